@@ -1,0 +1,38 @@
+# Compile rules that every target of this project shares.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+
+add_library(zel_rules INTERFACE)
+target_compile_options(zel_rules INTERFACE
+  -Wall -Wextra -Wconversion -Wshadow
+  -ffp-contract=off # one rounding per written operation, on every machine
+  -fsigned-char     # the delete tag and CharArr compare characters as signed
+  $<$<BOOL:${ZEL_WERROR}>:-Werror>)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  # x87 arithmetic would keep excess precision and move the snapping points.
+  target_compile_options(zel_rules INTERFACE -msse2 -mfpmath=sse)
+endif()
+
+if(ZEL_SANITIZE)
+  add_compile_options(-fsanitize=${ZEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${ZEL_SANITIZE})
+endif()
+
+# zel_add_test(NAME source... [INTERNAL] [LIBS library...])
+# One test program. It links the shared library that users get; INTERNAL links the object files
+# instead, for tests of parts that are not exported.
+function(zel_add_test name)
+  cmake_parse_arguments(ARG "INTERNAL" "" "LIBS" ${ARGN})
+  add_executable(${name} ${ARG_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PRIVATE
+    zel_rules zel_test_support $<IF:$<BOOL:${ARG_INTERNAL}>,zel_objects,zel> GTest::gtest_main
+    ${ARG_LIBS})
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
+    PROPERTIES TIMEOUT 300)
+endfunction()

@@ -1,0 +1,34 @@
+#include "zel/core/memory.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace {
+
+TEST(Memory, blockGrowsWithItsContent) {
+  char* block = static_cast<char*>(slMalloc(4));
+  ASSERT_NE(block, nullptr);
+  std::memcpy(block, "abc", 4);
+  block = static_cast<char*>(slRealloc(block, 4096));
+  ASSERT_NE(block, nullptr);
+  EXPECT_STREQ(block, "abc");
+  slFree(block);
+}
+
+TEST(Memory, zeroBytesStillGiveABlock) {
+  void* block = slMalloc(0);
+  ASSERT_NE(block, nullptr);
+  block = slRealloc(block, 0);
+  EXPECT_NE(block, nullptr);
+  slFree(block);
+  slFree(nullptr);
+}
+
+TEST(Memory, errorSinkAlwaysAnswersZero) {
+  for (const int code : {0, 40, -1, 2147483647}) {
+    EXPECT_EQ(kwErrorMessage(code), 0);
+  }
+}
+
+}  // namespace

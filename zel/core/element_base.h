@@ -1,0 +1,50 @@
+#pragma once
+
+/// @file
+/// The common base of everything that an element array stores.
+
+#include <cstdio>
+
+#include "zel/core/api.h"
+
+class KwIOCL;
+
+/// A storable element: one status byte and the operations by which its array reads and writes it.
+///
+/// The delete tag is 30 (not available: fresh, destroyed or collapsed), 31 (available) or
+/// 32 (deleted). An element is live when the tag is exactly 31. The numbers are stored in files.
+/// The texture walk also uses 37 and 38 as working marks (see `TriangleArr::GetTexCoordM`).
+class ZEL_API KwBaseCL {
+ public:
+  /// Tag 30.
+  KwBaseCL();
+  /// @param tag the delete tag, any value.
+  explicit KwBaseCL(char tag);
+  KwBaseCL(const KwBaseCL& other);
+  KwBaseCL& operator=(const KwBaseCL& other);
+
+  /// Reads the delete tag from a stream. @throws int 107 when it cannot be read.
+  virtual void FmInputZelFileM(KwIOCL* io);
+  /// Writes the delete tag to a stream. @throws int 108 when it cannot be written.
+  virtual void FmOutputZelFileM(KwIOCL* io) const;
+  /// Reads the delete tag from a plain text file and skips the rest of its line. @return 1.
+  virtual int FmReadZelFileM(FILE* file);
+  /// Writes the delete tag, five columns wide, on a line of a plain text file. @return 1.
+  virtual int FmWriteZelFileM(FILE* file) const;
+  /// Hook for resetting an element; does nothing. @return 1.
+  virtual int InitialM();
+  /// Sets the tag back to 30.
+  virtual ~KwBaseCL();
+
+  /// @return the delete tag itself, not a truth value: compare it with 31.
+  [[nodiscard]] char IsAvailableM() const;
+  /// @param tag the new delete tag, any value.
+  void SetDeleteTagM(char tag);
+
+ protected:
+  /// Marks the element deleted (32).
+  void DelItemM();
+
+ private:
+  signed char deleteTag_;
+};

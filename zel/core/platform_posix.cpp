@@ -1,0 +1,122 @@
+#include <fnmatch.h>
+#include <sys/stat.h>
+
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <filesystem>
+#include <string>
+#include <thread>
+
+#include "zel/core/platform.h"
+
+namespace zel {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Path names of this library part their directories with backslashes.
+std::string nativePath(const char* path) {
+  std::string native = path != nullptr ? path : "";
+  for (char& c : native) {
+    if (c == '\\') {
+      c = '/';
+    }
+  }
+  return native;
+}
+
+PathKind kindOf(const fs::path& path) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (error || !fs::exists(status)) {
+    return PathKind::kNothing;
+  }
+  return fs::is_directory(status) ? PathKind::kDirectory : PathKind::kFile;
+}
+
+PathKind findPattern(const fs::path& path) {
+  const std::string pattern = path.filename().string();
+  std::error_code error;
+  fs::directory_iterator entries(path.has_parent_path() ? path.parent_path() : fs::path("."),
+                                 error);
+  for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {
+    if (fnmatch(pattern.c_str(), entries->path().filename().c_str(), 0) == 0) {
+      return kindOf(entries->path());
+    }
+  }
+  return PathKind::kNothing;
+}
+
+}  // namespace
+
+std::uint32_t Platform::tickCount() {
+  using std::chrono::milliseconds;
+  const auto now = std::chrono::steady_clock::now().time_since_epoch();
+  return static_cast<std::uint32_t>(std::chrono::duration_cast<milliseconds>(now).count());
+}
+
+UtcTime Platform::utcTime() {
+  const std::time_t now = std::time(nullptr);
+  std::tm parts{};
+  gmtime_r(&now, &parts);
+  return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min};
+}
+
+void Platform::sleep(std::uint32_t milliseconds) {
+  std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+// Without a desktop there is no cursor, no key and no sound.
+bool Platform::shiftKeyPressed() { return false; }
+ScreenPosition Platform::cursorPosition() { return {0, 0}; }
+void Platform::setCursorPosition(ScreenPosition /*position*/) {}
+void Platform::playSound(const char* /*file*/, SoundMode /*mode*/) {}
+
+void Platform::showMessage(const char* gbkText) {
+  std::fprintf(stderr, "%s\n", gbkText != nullptr ? gbkText : "");
+}
+
+PathKind Platform::findPath(const char* path) {
+  const std::string native = nativePath(path);
+  if (native.empty() || native.back() == '/') {
+    return PathKind::kNothing;
+  }
+  const bool isPattern = native.find_first_of("*?", native.rfind('/') + 1) != std::string::npos;
+  return isPattern ? findPattern(native) : kindOf(native);
+}
+
+FileAccess Platform::fileAccess(const char* path) {
+  struct stat status {};
+  if (stat(nativePath(path).c_str(), &status) != 0) {
+    return FileAccess::kNoFile;
+  }
+  return (status.st_mode & S_IWUSR) != 0 ? FileAccess::kWritable : FileAccess::kReadOnly;
+}
+
+bool Platform::setFileAccess(const char* path, FileAccess access) {
+  const auto change =
+      access == FileAccess::kWritable ? fs::perm_options::add : fs::perm_options::remove;
+  const auto writers =
+      access == FileAccess::kWritable
+          ? fs::perms::owner_write
+          : fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+  std::error_code error;
+  fs::permissions(nativePath(path), writers, change, error);
+  return !error;
+}
+
+bool Platform::createDirectory(const char* path) {
+  std::error_code error;
+  return fs::create_directory(nativePath(path), error);
+}
+
+bool Platform::copyFile(const char* source, const char* target) {
+  std::error_code error;
+  return fs::copy_file(nativePath(source), nativePath(target), fs::copy_options::overwrite_existing,
+                       error);
+}
+
+std::uint32_t Platform::presentDrives() { return 0; }
+
+}  // namespace zel

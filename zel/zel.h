@@ -1,0 +1,11 @@
+#pragma once
+
+/// @file
+/// Everything public. Single headers may be included instead.
+
+#include "zel/core/api.h"
+#include "zel/core/assertion.h"
+#include "zel/core/constants.h"
+#include "zel/core/element_base.h"
+#include "zel/core/memory.h"
+#include "zel/core/platform.h"
