@@ -10,3 +10,4 @@
 #include "zel/core/element_base.h"
 #include "zel/core/memory.h"
 #include "zel/core/platform.h"
+#include "zel/geometry/geometry.h"

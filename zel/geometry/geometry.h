@@ -1,0 +1,11 @@
+#pragma once
+
+/// @file
+/// Plane and space geometry on float points: the one header to include. Handedness, matrix order,
+/// units, tolerances and result codes common to all chapters are described in docs/conventions.md.
+
+#include "zel/geometry/determinants.h"
+#include "zel/geometry/lengths.h"
+#include "zel/geometry/records.h"
+#include "zel/geometry/scalars.h"
+#include "zel/geometry/vectors.h"
