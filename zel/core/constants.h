@@ -52,6 +52,11 @@ inline constexpr float kPer180 = 0.0055555557F;  // 3BB60B61
 /// 1 / pi in single precision.
 inline constexpr float kPerPi = 0.3183099F;  // 3EA2F984
 
+// --- limits ----------------------------------------------------------------------------------
+
+/// Room for a path name, its terminator included.
+inline constexpr unsigned kPathLimit = 260;
+
 // --- file errors, thrown as plain int ----------------------------------------------------------
 
 inline constexpr int kReadFailure = 107;
