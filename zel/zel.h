@@ -6,6 +6,7 @@
 #include "zel/core/api.h"
 #include "zel/core/assertion.h"
 #include "zel/core/constants.h"
+#include "zel/core/desktop.h"
 #include "zel/core/desktop_types.h"
 #include "zel/core/element_base.h"
 #include "zel/core/memory.h"

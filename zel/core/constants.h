@@ -56,6 +56,14 @@ inline constexpr float kPerPi = 0.3183099F;  // 3EA2F984
 
 /// Room for a path name, its terminator included.
 inline constexpr unsigned kPathLimit = 260;
+// --- mouse drags -------------------------------------------------------------------------------
+
+/// Zoom factor per pixel of a horizontal drag.
+inline constexpr float kZoomPerPixel = 0.002F;  // 3B03126F
+/// Pixels of a horizontal drag that lie between the factors 0 and 1.
+inline constexpr int kZoomOriginPixels = 500;
+/// View units per pixel of a panning drag.
+inline constexpr float kPanPerPixel = 0.02F;
 
 // --- file errors, thrown as plain int ----------------------------------------------------------
 

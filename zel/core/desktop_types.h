@@ -14,6 +14,8 @@
 
 #include <cstdint>
 
+#include "zel/core/api.h"
+
 #if !defined(_WIN32)
 /// A position in pixels, y growing downward.
 struct POINT {
@@ -80,3 +82,32 @@ class CPoint : public POINT {
 
 static_assert(sizeof(POINT) == 8 && sizeof(CPoint) == 8 && sizeof(RECT) == 16);
 static_assert(sizeof(BITMAPFILEHEADER) == 14 && sizeof(BITMAPINFO) == 44);
+
+/// A window or control as the helpers see it. The application derives from this class and
+/// answers for its own windows.
+class ZEL_API CWnd {
+ public:
+  virtual ~CWnd();
+  /// Writes the client rectangle; its `left` and `top` are 0.
+  virtual void GetClientRect(RECT* rect) const = 0;
+  /// Copies the text, zero-terminated and cut to `capacity` - 1 characters.
+  /// @return number of characters copied.
+  virtual int GetWindowText(char* text, int capacity) const = 0;
+  virtual void SetWindowText(const char* text) = 0;
+};
+
+/// One transfer between the fields of a dialog and the application's variables.
+class ZEL_API CDataExchange {
+ public:
+  /// @param saving true: from the fields to the variables; false: the other way.
+  explicit CDataExchange(bool saving) : m_bSaveAndValidate(saving) {}
+  virtual ~CDataExchange();
+  /// Makes an edit control ready for the transfer.
+  /// @return the control, owned by the dialog; null when there is none of that identifier.
+  virtual CWnd* PrepareEditCtrl(int control) = 0;
+  /// Ends the transfer because the last prepared field holds no valid value. May throw; when it
+  /// returns, the helper leaves the variable as it was.
+  virtual void Fail() = 0;
+
+  bool m_bSaveAndValidate;
+};

@@ -5,6 +5,7 @@
 /// between systems through one object, which an application or a test may replace.
 
 #include <cstdint>
+#include <string>
 
 #include "zel/core/api.h"
 
@@ -58,7 +59,8 @@ class ZEL_API Platform {
   /// Plays a wave file without waiting for its end. `file` is ignored for `kStop`.
   virtual void playSound(const char* file, SoundMode mode);
   /// Shows a notice and returns when the user has closed it.
-  /// @param gbkText zero-terminated text in the GBK code page.
+  /// @param gbkText zero-terminated text in the GBK code page; null counts as empty. See
+  ///                noticeInUtf8().
   virtual void showMessage(const char* gbkText);
 
   // --- files ---
@@ -82,5 +84,12 @@ ZEL_API Platform& platform();
 /// Puts in other services.
 /// @param services stays the caller's and must outlive its use; null restores the default.
 ZEL_API void setPlatform(Platform* services);
+
+/// A notice of Platform::showMessage() as desktops of today want it.
+/// @param gbkText text in the GBK code page, optionally followed by ": " and a file name, which may
+///                be UTF-8 or GBK; null counts as empty.
+/// @return UTF-8; a file name that is UTF-8 already stays as it is, and bytes that mean nothing in
+///         either code become '?'.
+[[nodiscard]] ZEL_API std::string noticeInUtf8(const char* gbkText);
 
 }  // namespace zel

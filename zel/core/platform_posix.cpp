@@ -1,6 +1,9 @@
 #include <fnmatch.h>
+#include <iconv.h>
 #include <sys/stat.h>
 
+#include <array>
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
@@ -8,12 +11,16 @@
 #include <string>
 #include <thread>
 
+#include "zel/core/detail/text_code.h"
 #include "zel/core/platform.h"
 
 namespace zel {
 namespace {
 
 namespace fs = std::filesystem;
+
+const auto kNoConverter = reinterpret_cast<iconv_t>(-1);
+constexpr auto kFailed = static_cast<std::size_t>(-1);
 
 // Path names of this library part their directories with backslashes.
 std::string nativePath(const char* path) {
@@ -74,7 +81,7 @@ void Platform::setCursorPosition(ScreenPosition /*position*/) {}
 void Platform::playSound(const char* /*file*/, SoundMode /*mode*/) {}
 
 void Platform::showMessage(const char* gbkText) {
-  std::fprintf(stderr, "%s\n", gbkText != nullptr ? gbkText : "");
+  std::fprintf(stderr, "%s\n", noticeInUtf8(gbkText).c_str());
 }
 
 PathKind Platform::findPath(const char* path) {
@@ -118,5 +125,30 @@ bool Platform::copyFile(const char* source, const char* target) {
 }
 
 std::uint32_t Platform::presentDrives() { return 0; }
+
+std::string utf8FromGbk(std::string_view gbk) {
+  const iconv_t converter = iconv_open("UTF-8", "GBK");
+  std::string source(gbk);
+  char* in = source.data();
+  std::size_t left = source.size();
+  std::string utf8;
+  while (left > 0) {
+    std::array<char, 256> block;
+    char* out = block.data();
+    std::size_t room = block.size();
+    const bool known = converter != kNoConverter;
+    const std::size_t result = known ? iconv(converter, &in, &left, &out, &room) : kFailed;
+    utf8.append(block.data(), out);
+    if (result == kFailed && (!known || errno != E2BIG)) {
+      utf8 += known || static_cast<signed char>(*in) < 0 ? '?' : *in;
+      ++in;
+      --left;
+    }
+  }
+  if (converter != kNoConverter) {
+    iconv_close(converter);
+  }
+  return utf8;
+}
 
 }  // namespace zel
