@@ -6,6 +6,9 @@
 
 #include "zel/geometry/determinants.h"
 #include "zel/geometry/lengths.h"
+#include "zel/geometry/matrices.h"
+#include "zel/geometry/motions.h"
 #include "zel/geometry/records.h"
+#include "zel/geometry/rotations.h"
 #include "zel/geometry/scalars.h"
 #include "zel/geometry/vectors.h"

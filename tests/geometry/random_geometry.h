@@ -1,0 +1,50 @@
+#pragma once
+
+#include <array>
+#include <cmath>
+#include <random>
+
+namespace zel::test {
+
+using Double3 = std::array<double, 3>;
+using Float3 = std::array<float, 3>;
+
+inline Double3 operator+(Double3 a, Double3 b) { return {a[0] + b[0], a[1] + b[1], a[2] + b[2]}; }
+inline Double3 operator-(Double3 a, Double3 b) { return {a[0] - b[0], a[1] - b[1], a[2] - b[2]}; }
+inline Double3 operator*(double t, Double3 a) { return {t * a[0], t * a[1], t * a[2]}; }
+inline double dot(Double3 a, Double3 b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
+inline Double3 cross(Double3 a, Double3 b) {
+  return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
+}
+inline double norm(Double3 a) { return std::sqrt(dot(a, a)); }
+inline Double3 unit(Double3 a) { return (1.0 / norm(a)) * a; }
+inline Double3 widen(const float* p) { return {p[0], p[1], p[2]}; }
+inline Float3 narrow(Double3 p) {
+  return {static_cast<float>(p[0]), static_cast<float>(p[1]), static_cast<float>(p[2])};
+}
+
+/// Random configurations from one seed, in double precision and already exact in float.
+class RandomGeometry {
+ public:
+  explicit RandomGeometry(unsigned seed) : random_(seed) {}
+
+  double number(double low, double high) {
+    return static_cast<float>(std::uniform_real_distribution<double>(low, high)(random_));
+  }
+  Double3 point(double extent) {
+    return {number(-extent, extent), number(-extent, extent), number(-extent, extent)};
+  }
+  /// A unit vector, rounded to float.
+  Double3 direction() {
+    Double3 v = point(1.0);
+    while (norm(v) < 0.1 || norm(v) > 1.0) {
+      v = point(1.0);
+    }
+    return widen(narrow(unit(v)).data());
+  }
+
+ private:
+  std::mt19937 random_;
+};
+
+}  // namespace zel::test
