@@ -3,6 +3,7 @@
 /// @file
 /// Everything public. Single headers may be included instead.
 
+#include "zel/containers/int_arr.h"
 #include "zel/core/api.h"
 #include "zel/core/assertion.h"
 #include "zel/core/constants.h"

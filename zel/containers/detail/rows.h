@@ -1,0 +1,97 @@
+#pragma once
+
+/// @file
+/// Slots as callers pass them: a scalar by value, a tuple through a pointer to its components.
+
+#include <algorithm>
+
+#include "zel/containers/detail/policies.h"
+#include "zel/containers/slot_store.h"
+
+namespace zel {
+
+template <class Slot>
+using ComponentOf = std::remove_cvref_t<decltype(keyOf(std::declval<Slot&>()))>;
+
+template <class Slot>
+inline constexpr int kWidthOf = static_cast<int>(sizeof(Slot) / sizeof(ComponentOf<Slot>));
+
+template <class Slot>
+Slot slotOf(ComponentOf<Slot> value) {
+  return SlotTraits<Slot>::filled(value);
+}
+
+template <class Slot>
+Slot slotOf(const ComponentOf<Slot>* components) {
+  Slot slot;
+  std::copy_n(components, kWidthOf<Slot>, slot.data());
+  return slot;
+}
+
+template <class Slot>
+void handOut(const Slot& slot, ComponentOf<Slot>* out) {
+  if constexpr (kWidthOf<Slot> == 1) {
+    *out = slot;
+  } else {
+    std::copy_n(slot.data(), kWidthOf<Slot>, out);
+  }
+}
+
+/// `To`, const when `From` is.
+template <class From, class To>
+using ConstLike = std::conditional_t<std::is_const_v<From>, const To, To>;
+
+/// The store as a plain array of scalars or of component rows.
+template <class Slot>
+auto* rowsOf(Slot* store) {
+  return reinterpret_cast<ConstLike<Slot, RowOf<std::remove_const_t<Slot>>>*>(store);
+}
+
+/// The components of one slot; null stays null.
+template <class Slot>
+auto* componentsOf(Slot* slot) {
+  return slot == nullptr ? nullptr : &keyOf(*slot);
+}
+
+/// Hands slot `index` out; without one, the mark in as many components as the policy says.
+template <class Slot, class Policy>
+void readSlot(const SlotStore<Slot, Policy>& slots, int index, ComponentOf<Slot>* out) {
+  if (const Slot* slot = slots.slotAt(index)) {
+    handOut(*slot, out);
+  } else {
+    std::fill_n(out, std::min(kWidthOf<Slot>, Policy::kWidthOfMiss), Policy::fresh());
+  }
+}
+
+/// Hands out what a walk found at `found`; -1 hands out the mark and no index.
+/// @return whether there was one.
+template <class Slot, class Policy>
+bool handOutFound(const SlotStore<Slot, Policy>& slots, int found, ComponentOf<Slot>* out,
+                  int* index) {
+  if (found < 0) {
+    handOut(SlotTraits<Slot>::filled(Policy::fresh()), out);
+    *index = kNoIndex;
+    return false;
+  }
+  handOut(slots[found], out);
+  *index = found;
+  return true;
+}
+
+/// Hands out the index of a search; -1 becomes the not-found index. @return 1 found, 0 not.
+inline int handOutSearch(int found, int* index) {
+  *index = found < 0 ? kNoIndex : found;
+  return found < 0 ? 0 : 1;
+}
+
+/// @return occurrences of `value` below the bound minus one, at most 2.
+template <class Slot, class Policy>
+int occurrencesMinusOne(const SlotStore<Slot, Policy>& slots, Slot value) {
+  int answer = -1;
+  for (int i = 0; i < slots.bound() && answer < 2; ++i) {
+    answer += slots[i] == value ? 1 : 0;
+  }
+  return answer;
+}
+
+}  // namespace zel
