@@ -13,6 +13,7 @@
 #include "zel/core/memory.h"
 #include "zel/core/platform.h"
 #include "zel/geometry/geometry.h"
+#include "zel/image/bmp.h"
 #include "zel/textfile/files.h"
 #include "zel/textfile/list_tags.h"
 #include "zel/textfile/paths.h"
