@@ -14,6 +14,7 @@
 #include "zel/core/platform.h"
 #include "zel/geometry/geometry.h"
 #include "zel/image/bmp.h"
+#include "zel/image/drawing.h"
 #include "zel/textfile/files.h"
 #include "zel/textfile/list_tags.h"
 #include "zel/textfile/paths.h"

@@ -56,6 +56,7 @@ inline constexpr float kPerPi = 0.3183099F;  // 3EA2F984
 
 /// Room for a path name, its terminator included.
 inline constexpr unsigned kPathLimit = 260;
+
 // --- mouse drags -------------------------------------------------------------------------------
 
 /// Zoom factor per pixel of a horizontal drag.

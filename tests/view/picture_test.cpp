@@ -1,0 +1,48 @@
+#include "tools/view/picture.h"
+
+#include <gtest/gtest.h>
+#include <png.h>
+
+namespace {
+
+using zel::view::Picture;
+
+Picture gradient(int width, int height) {
+  Picture picture{width, height, {}};
+  for (int i = 0; i < width * height * 4; ++i) {
+    picture.rgba.push_back(static_cast<std::uint8_t>(i * 7));
+  }
+  return picture;
+}
+
+TEST(Picture, pngReadsBackPixelForPixel) {
+  const Picture picture = gradient(13, 5);
+  const std::string bytes = zel::view::pngBytes(picture);
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  ASSERT_NE(png_image_begin_read_from_memory(&image, bytes.data(), bytes.size()), 0);
+  image.format = PNG_FORMAT_RGBA;
+  EXPECT_EQ(image.width, 13U);
+  EXPECT_EQ(image.height, 5U);
+  std::vector<std::uint8_t> read(PNG_IMAGE_SIZE(image));
+  ASSERT_NE(png_image_finish_read(&image, nullptr, read.data(), 0, nullptr), 0);
+  EXPECT_EQ(read, picture.rgba);
+}
+
+TEST(Picture, emptyPictureIsRefused) {
+  EXPECT_THROW((void)zel::view::pngBytes(Picture{}), std::runtime_error);
+}
+
+TEST(Picture, shrinkingAveragesBlocks) {
+  Picture picture{4, 2, {}};
+  for (const int value : {0, 100, 10, 20, 0, 100, 30, 43}) {
+    picture.rgba.insert(picture.rgba.end(), 4, static_cast<std::uint8_t>(value));
+  }
+  const Picture small = zel::view::shrunk(picture, 2);
+  EXPECT_EQ(small.width, 2);
+  EXPECT_EQ(small.height, 1);
+  EXPECT_EQ(small.at(0, 0).red, 50);
+  EXPECT_EQ(small.at(1, 0).alpha, 26);  // 25.75 rounded
+}
+
+}  // namespace

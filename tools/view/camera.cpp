@@ -1,0 +1,136 @@
+#include "tools/view/camera.h"
+
+#include <GL/gl.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+namespace zel::view {
+namespace {
+
+// Half of the vertical field of view, 15 degrees: close to what a long lens shows.
+const double kTanHalfView = std::tan(std::numbers::pi / 12);
+constexpr double kMargin = 1.08;
+constexpr double kDegreesPerPixel = 0.4;
+constexpr double kMinDistance = 1e-3;
+constexpr double kMaxDistance = 1e3;
+// A little more than the unit sphere that holds the scene.
+constexpr double kSceneRadius = 1.01;
+
+double radians(double degrees) { return degrees * std::numbers::pi / 180; }
+
+// Greatest extent of points along an axis, seen in parallel (slope 0) or in perspective.
+struct Extent {
+  double low = -std::numeric_limits<double>::infinity();   // of -x + slope * z
+  double high = -std::numeric_limits<double>::infinity();  // of x + slope * z
+
+  void include(double x, double depth) {
+    high = std::max(high, x + depth);
+    low = std::max(low, -x + depth);
+  }
+  [[nodiscard]] double middle() const { return (high - low) / 2; }
+  [[nodiscard]] double half() const { return (high + low) / 2; }
+};
+
+}  // namespace
+
+void Camera::setAngles(double yaw, double pitch) {
+  yaw_ = std::fmod(yaw, 360.0);
+  pitch_ = std::clamp(pitch, -90.0, 90.0);
+}
+
+void Camera::setView(StandardView view) {
+  setAngles(view == StandardView::kRight ? 90 : 0, view == StandardView::kTop ? 90 : 0);
+}
+
+void Camera::setOppositeView() { setAngles(yaw_ + 180, -pitch_); }
+
+std::array<Camera::Vector, 3> Camera::rotation() const {
+  const double cy = std::cos(radians(yaw_));
+  const double sy = std::sin(radians(yaw_));
+  const double cp = std::cos(radians(pitch_));
+  const double sp = std::sin(radians(pitch_));
+  std::array<Vector, 3> rows{{{cy, 0, -sy}, {-sp * sy, cp, -sp * cy}, {cp * sy, sp, cp * cy}}};
+  if (up_ == UpAxis::kZ) {
+    // A mesh that stands on its xy plane is first laid back: (x, y, z) becomes (x, z, -y).
+    for (Vector& row : rows) {
+      row = {row[0], -row[2], row[1]};
+    }
+  }
+  return rows;
+}
+
+// A point lies inside a side plane of the view when x + slope z <= slope distance + shift, so the
+// tightest view follows from the greatest left sides on either side of each axis.
+void Camera::frame(std::span<const std::array<float, 3>> points, ViewSize size) {
+  const double tanY = kTanHalfView / kMargin;
+  const double tanX = tanY * size.width / size.height;
+  if (points.empty()) {
+    shiftX_ = shiftY_ = 0;
+    distance_ = 1 / std::min(tanX, tanY);
+    return;
+  }
+  const std::array<Vector, 3> turn = rotation();
+  Extent x;
+  Extent y;
+  for (const auto& p : points) {
+    Vector q{};
+    for (std::size_t row = 0; row < 3; ++row) {
+      q[row] = turn[row][0] * static_cast<double>(p[0]) + turn[row][1] * static_cast<double>(p[1]) +
+               turn[row][2] * static_cast<double>(p[2]);
+    }
+    const double depth = orthographic_ ? 0 : q[2];
+    x.include(q[0], depth * tanX);
+    y.include(q[1], depth * tanY);
+  }
+  shiftX_ = x.middle();
+  shiftY_ = y.middle();
+  distance_ = std::clamp(std::max(x.half() / tanX, y.half() / tanY), kMinDistance, kMaxDistance);
+}
+
+void Camera::orbit(int dx, int dy) {
+  setAngles(yaw_ - dx * kDegreesPerPixel, pitch_ + dy * kDegreesPerPixel);
+}
+
+void Camera::pan(double dx, double dy) {
+  const double visibleHeight = 2 * distance_ * kTanHalfView;
+  shiftX_ -= dx * visibleHeight;
+  shiftY_ -= dy * visibleHeight;
+}
+
+void Camera::zoom(double factor) {
+  if (factor > 0) {
+    distance_ = std::clamp(distance_ / factor, kMinDistance, kMaxDistance);
+  }
+}
+
+void Camera::loadProjection(ViewSize size) const {
+  glMatrixMode(GL_PROJECTION);
+  glLoadIdentity();
+  const double aspect = static_cast<double>(size.width) / size.height;
+  const double farPlane = distance_ + kSceneRadius;
+  if (orthographic_) {
+    const double halfHeight = distance_ * kTanHalfView;
+    glOrtho(-halfHeight * aspect, halfHeight * aspect, -halfHeight, halfHeight,
+            distance_ - kSceneRadius, farPlane);
+  } else {
+    const double nearPlane = std::max(distance_ - kSceneRadius, std::min(0.01, distance_ / 2));
+    const double halfHeight = nearPlane * kTanHalfView;
+    glFrustum(-halfHeight * aspect, halfHeight * aspect, -halfHeight, halfHeight, nearPlane,
+              farPlane);
+  }
+  glMatrixMode(GL_MODELVIEW);
+}
+
+void Camera::loadModelView() const {
+  const std::array<Vector, 3> turn = rotation();
+  const std::array<double, 16> columns{
+      turn[0][0], turn[1][0], turn[2][0], 0, turn[0][1], turn[1][1], turn[2][1], 0,
+      turn[0][2], turn[1][2], turn[2][2], 0, -shiftX_,   -shiftY_,   -distance_, 1};
+  glMatrixMode(GL_MODELVIEW);
+  glLoadMatrixd(columns.data());
+}
+
+}  // namespace zel::view

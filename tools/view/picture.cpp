@@ -1,0 +1,99 @@
+#include "tools/view/picture.h"
+
+#include <png.h>
+
+#include <array>
+#include <stdexcept>
+
+namespace zel::view {
+namespace {
+
+constexpr int kChannels = 4;
+
+[[noreturn]] void refuse(png_structp /*writer*/, png_const_charp message) {
+  throw std::runtime_error(message);
+}
+
+void ignore(png_structp /*writer*/, png_const_charp /*warning*/) {}
+
+void append(png_structp writer, png_bytep bytes, std::size_t count) {
+  auto* const target = static_cast<std::string*>(png_get_io_ptr(writer));
+  target->append(reinterpret_cast<const char*>(bytes), count);
+}
+
+void flushNothing(png_structp /*writer*/) {}
+
+// libpng's pair of writer and header, released together.
+class PngWriter {
+ public:
+  explicit PngWriter(std::string& target)
+      : writer_(png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, refuse, ignore)),
+        info_(writer_ != nullptr ? png_create_info_struct(writer_) : nullptr) {
+    if (info_ == nullptr) {
+      png_destroy_write_struct(&writer_, nullptr);
+      throw std::runtime_error("libpng cannot start");
+    }
+    png_set_write_fn(writer_, &target, append, flushNothing);
+  }
+  ~PngWriter() { png_destroy_write_struct(&writer_, &info_); }
+  PngWriter(const PngWriter&) = delete;
+  PngWriter& operator=(const PngWriter&) = delete;
+
+  void write(const Picture& picture) {
+    png_set_IHDR(writer_, info_, static_cast<png_uint_32>(picture.width),
+                 static_cast<png_uint_32>(picture.height), 8, PNG_COLOR_TYPE_RGBA,
+                 PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
+    png_write_info(writer_, info_);
+    const std::size_t rowBytes = static_cast<std::size_t>(picture.width) * kChannels;
+    for (std::size_t row = 0; row < static_cast<std::size_t>(picture.height); ++row) {
+      png_write_row(writer_, &picture.rgba[row * rowBytes]);
+    }
+    png_write_end(writer_, info_);
+  }
+
+ private:
+  png_structp writer_;
+  png_infop info_;
+};
+
+}  // namespace
+
+Colour Picture::at(int x, int y) const {
+  const std::uint8_t* pixel = &rgba[(static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                                     static_cast<std::size_t>(x)) *
+                                    kChannels];
+  return {pixel[0], pixel[1], pixel[2], pixel[3]};
+}
+
+Picture shrunk(const Picture& picture, int factor) {
+  Picture small{picture.width / factor, picture.height / factor, {}};
+  small.rgba.reserve(static_cast<std::size_t>(small.width) *
+                     static_cast<std::size_t>(small.height) * kChannels);
+  const std::size_t rowBytes = static_cast<std::size_t>(picture.width) * kChannels;
+  const int samples = factor * factor;
+  for (int y = 0; y < small.height; ++y) {
+    for (int x = 0; x < small.width; ++x) {
+      std::array<int, kChannels> sum{};
+      for (int dy = 0; dy < factor; ++dy) {
+        const std::uint8_t* sample =
+            &picture.rgba[static_cast<std::size_t>(y * factor + dy) * rowBytes +
+                          static_cast<std::size_t>(x * factor) * kChannels];
+        for (int k = 0; k < factor * kChannels; ++k) {
+          sum[static_cast<std::size_t>(k % kChannels)] += sample[k];
+        }
+      }
+      for (const int channel : sum) {
+        small.rgba.push_back(static_cast<std::uint8_t>((channel + samples / 2) / samples));
+      }
+    }
+  }
+  return small;
+}
+
+std::string pngBytes(const Picture& picture) {
+  std::string bytes;
+  PngWriter(bytes).write(picture);
+  return bytes;
+}
+
+}  // namespace zel::view
