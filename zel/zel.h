@@ -3,7 +3,14 @@
 /// @file
 /// Everything public. Single headers may be included instead.
 
+#include "zel/containers/int2d_arr.h"
+#include "zel/containers/int3d_arr.h"
+#include "zel/containers/int4d_arr.h"
 #include "zel/containers/int_arr.h"
+#include "zel/containers/pixel_arr.h"
+#include "zel/containers/point2d_arr.h"
+#include "zel/containers/point3d_arr.h"
+#include "zel/containers/real_arr.h"
 #include "zel/core/api.h"
 #include "zel/core/assertion.h"
 #include "zel/core/constants.h"

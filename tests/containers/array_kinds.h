@@ -7,7 +7,14 @@
 #include <random>
 #include <string>
 
+#include "zel/containers/int2d_arr.h"
+#include "zel/containers/int3d_arr.h"
+#include "zel/containers/int4d_arr.h"
 #include "zel/containers/int_arr.h"
+#include "zel/containers/pixel_arr.h"
+#include "zel/containers/point2d_arr.h"
+#include "zel/containers/point3d_arr.h"
+#include "zel/containers/real_arr.h"
 
 namespace zel::test {
 
@@ -23,15 +30,28 @@ struct KindBase {
   static constexpr bool kInsertIsWrite = false;
 };
 
-template <class Component>
-struct IntKind : KindBase<int, sizeof(Component) / sizeof(int)> {
+template <int kComponents>
+struct IntKind : KindBase<int, kComponents> {
   static constexpr int kMark = kIntMark;
   static bool countsOver(int old) { return old == kMark; }
   static bool walked(int first) { return first > kMark; }
-  static bool walkedBack(int first) { return walked(first); }
   static bool deletable(int first) { return first > kMark; }
   static int randomComponent(std::mt19937& random) {
     static constexpr int kValues[] = {kMark, -2147483647 - 1, -1, 0, 1, 2, 3, 7, 2147483647};
+    return kValues[random() % std::size(kValues)];
+  }
+};
+
+template <int kComponents>
+struct FloatKind : KindBase<float, kComponents> {
+  static constexpr float kMark = -1.0e18F;
+  static bool countsOver(float old) { return !(old > -9.999e17F); }
+  static bool walked(float first) { return first > -9.999e17F; }
+  static bool deletable(float first) { return first > -9.999e17F; }
+  // The values sit on, between and beside the thresholds.
+  static float randomComponent(std::mt19937& random) {
+    static constexpr float kValues[] = {kMark,     -9.9995e17F, -9.999e17F, -7e17F,   -5e17F,
+                                        -4.99e17F, -3e18F,      0.0F,       -123.25F, 1e30F};
     return kValues[random() % std::size(kValues)];
   }
 };
@@ -40,8 +60,50 @@ template <class Array>
 struct Kind;
 
 template <>
-struct Kind<IntArr> : IntKind<int> {
+struct Kind<IntArr> : IntKind<1> {
   static constexpr const char* kName = "IntArr";
+};
+
+template <>
+struct Kind<Int2DArr> : IntKind<2> {
+  static constexpr const char* kName = "Int2DArr";
+};
+
+template <>
+struct Kind<Int3DArr> : IntKind<3> {
+  static constexpr const char* kName = "Int3DArr";
+};
+
+template <>
+struct Kind<Int4DArr> : IntKind<4> {
+  static constexpr const char* kName = "Int4DArr";
+};
+
+template <>
+struct Kind<RealArr> : FloatKind<1> {
+  static constexpr const char* kName = "RealArr";
+  static bool walked(float first) { return first > kMark; }
+  static bool deletable(float first) { return first > kMark; }
+};
+
+template <>
+struct Kind<PixelArr> : FloatKind<4> {
+  static constexpr const char* kName = "PixelArr";
+};
+
+template <>
+struct Kind<Point2DArr> : FloatKind<2> {
+  static constexpr const char* kName = "Point2DArr";
+};
+
+template <>
+struct Kind<Point3DArr> : FloatKind<3> {
+  static constexpr const char* kName = "Point3DArr";
+  static constexpr int kMissWidth = 2;
+  static constexpr bool kInsertIsWrite = true;
+  static bool countsOver(float old) { return !(old >= -5e17F); }
+  static bool walked(float first) { return first > -5e17F; }
+  static bool deletable(float first) { return first > -5e17F; }
 };
 
 /// An item as the array's methods take it: a scalar, or a pointer to components.

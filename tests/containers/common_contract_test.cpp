@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <concepts>
+#include <type_traits>
 #include <utility>
 
 #include "containers/slot_model.h"
@@ -19,8 +21,42 @@ struct ArrayNames {
   }
 };
 
-using AllArrays = ::testing::Types<IntArr>;
+using AllArrays = ::testing::Types<IntArr, Int2DArr, Int3DArr, Int4DArr, RealArr, PixelArr,
+                                   Point2DArr, Point3DArr>;
 TYPED_TEST_SUITE(CommonContract, AllArrays, ArrayNames);
+
+/// The method set that every array has, in the forms that callers write.
+template <class Array>
+concept HasCommonSet = std::is_default_constructible_v<Array> &&
+    std::is_constructible_v<Array, int> && std::is_copy_constructible_v<Array> &&
+    std::is_copy_assignable_v<Array> && std::is_nothrow_move_constructible_v<Array> &&
+    std::is_nothrow_move_assignable_v<Array> && std::has_virtual_destructor_v<Array> &&
+    requires(Array array, const Array constant, typename Kind<Array>::Component* item, int index) {
+  requires Kind<Array>::kWidth == 1 || requires { array.AddItemM(item); };
+  { array.AddItemM(in<Array>({})) } -> std::same_as<int>;
+  { array.SetItemM(in<Array>({}), index) } -> std::same_as<int>;
+  { array.InsertItemM(in<Array>({}), index) } -> std::same_as<int>;
+  { array.AddSizeM(index) } -> std::same_as<int>;
+  { array.SetIncrementM(index) } -> std::same_as<int>;
+  { array.DelItemM(index) } -> std::same_as<int>;
+  { array.DelAllM() } -> std::same_as<int>;
+  { constant.GetItemM(item, index) } -> std::same_as<int>;
+  { constant.GetFirstM(item, &index) } -> std::same_as<int>;
+  { constant.GetNextM(item, &index, index) } -> std::same_as<int>;
+  { constant.GetAvailableNumM() } -> std::same_as<int>;
+  { constant.GetAvailableNumM(index) } -> std::same_as<int>;
+  { constant.GetBoundM() } -> std::same_as<int>;
+  { constant.GetLengthM() } -> std::same_as<int>;
+  {*array.getCurrentItemPrtM()};
+  {*constant.getCurrentItemPrtConstM()};
+};
+
+TYPED_TEST(CommonContract, methodSetIsTheSameInAll) {
+  static_assert(HasCommonSet<TypeParam>);
+  constexpr bool isPixels = std::is_same_v<TypeParam, PixelArr>;
+  static_assert(isPixels != requires(TypeParam array) { array.InitialSizeM(9); });
+  static_assert(isPixels != requires(TypeParam array) { array.GetItemPM(0); });
+}
 
 /// An item that is live by every test of its class.
 template <class Array>
@@ -200,11 +236,7 @@ TYPED_TEST(CommonContract, itemFromTheOwnStoreSurvivesGrowth) {
   TypeParam array = threeItems<TypeParam>();
   for (int i = 0; i < 40; ++i) {
     const auto* slot = array.getCurrentItemPrtConstM() + 1;
-    if constexpr (Kind<TypeParam>::kWidth == 1) {
-      array.AddItemM(*slot);
-    } else {
-      array.AddItemM(*slot);
-    }
+    array.AddItemM(*slot);
   }
   EXPECT_TRUE(sameBits<TypeParam>(rawSlot(array, 42), liveItem<TypeParam>(6)));
 }

@@ -9,12 +9,11 @@ template class zel::SlotStore<int, zel::IntPolicy>;
 #define ZEL_SLOT int
 #define ZEL_IN int
 #define ZEL_OUT int*
+#define ZEL_HAS_INITIAL_SIZE
+#define ZEL_HAS_ITEM_POINTER
+#define ZEL_HAS_LAST_INDEX
+#define ZEL_HAS_KEEPING_CLEAR
 #include "zel/containers/detail/common_set.inl"
-
-int IntArr::InitialSizeM(int length) {
-  slots_.reserve(length);
-  return 1;
-}
 
 int IntArr::SetAllSameValueM(int value, bool all) {
   int* store = slots_.data();
@@ -37,10 +36,6 @@ void IntArr::ChangeNodeIdxM(int oldIndex, int newIndex) {
     slots_[position] = newIndex;
   }
 }
-
-int* IntArr::GetItemPM(int index) { return slots_.slotAt(index); }
-
-const int* IntArr::GetItemPM(int index) const { return slots_.slotAt(index); }
 
 int& IntArr::ElementAtM(int index) {
   thread_local int spare;
@@ -65,17 +60,6 @@ int IntArr::FindItemM(int value, int* index) const {
 }
 
 int IntArr::GetItemPosiM(int value) const { return zel::occurrencesMinusOne(slots_, value); }
-
-int IntArr::GetLastM(int* value, int* index) const {
-  const int last = slots_.previousLive(slots_.bound());
-  zel::handOutFound(slots_, last, value, index);
-  return last;
-}
-
-int IntArr::DelAllVirtualM() {
-  slots_.clearKeepingStore();
-  return 1;
-}
 
 int IntArr::PurgeDeletedItemM() {
   slots_.purge();

@@ -65,7 +65,7 @@ class SlotStore {
   /// @param increment ignored below 1.
   void setIncrement(int increment);
   /// Adds `count` fresh slots. @return false for a count below 1 and when refused.
-  bool addSize(int count);
+  bool addSize(std::int64_t count);
   /// Makes the store at least `length` slots long. @return whether it is.
   bool reserve(int length);
   /// Makes slot `index` exist, growing by the policy's rule. @return whether it exists.

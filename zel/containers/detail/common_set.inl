@@ -4,6 +4,8 @@
 //   ZEL_SLOT  its slot type
 //   ZEL_IN    how an item comes in: the scalar, or a pointer to const components
 //   ZEL_OUT   how an item goes out: a pointer to the scalar or the components
+// and, for operations that most but not all arrays have,
+//   ZEL_HAS_INITIAL_SIZE, ZEL_HAS_ITEM_POINTER, ZEL_HAS_LAST_INDEX, ZEL_HAS_KEEPING_CLEAR
 
 ZEL_ARR::ZEL_ARR() = default;
 ZEL_ARR::ZEL_ARR(int length) : slots_(length) {}
@@ -69,6 +71,42 @@ int ZEL_ARR::DelAllM() {
   slots_.clear();
   return 1;
 }
+
+#ifdef ZEL_HAS_INITIAL_SIZE
+int ZEL_ARR::InitialSizeM(int length) {
+  slots_.reserve(length);
+  return 1;
+}
+#undef ZEL_HAS_INITIAL_SIZE
+#endif
+
+#ifdef ZEL_HAS_ITEM_POINTER
+zel::ComponentOf<ZEL_SLOT>* ZEL_ARR::GetItemPM(int index) {
+  return zel::componentsOf(slots_.slotAt(index));
+}
+
+const zel::ComponentOf<ZEL_SLOT>* ZEL_ARR::GetItemPM(int index) const {
+  return zel::componentsOf(slots_.slotAt(index));
+}
+#undef ZEL_HAS_ITEM_POINTER
+#endif
+
+#ifdef ZEL_HAS_LAST_INDEX
+int ZEL_ARR::GetLastM(ZEL_OUT item, int* index) const {
+  const int last = slots_.previousLive(slots_.bound());
+  zel::handOutFound(slots_, last, item, index);
+  return last;
+}
+#undef ZEL_HAS_LAST_INDEX
+#endif
+
+#ifdef ZEL_HAS_KEEPING_CLEAR
+int ZEL_ARR::DelAllVirtualM() {
+  slots_.clearKeepingStore();
+  return 1;
+}
+#undef ZEL_HAS_KEEPING_CLEAR
+#endif
 
 #undef ZEL_ARR
 #undef ZEL_SLOT

@@ -157,8 +157,8 @@ void SlotStore<Slot, Policy>::setIncrement(int increment) {
 }
 
 template <class Slot, class Policy>
-bool SlotStore<Slot, Policy>::addSize(int count) {
-  return count > 0 && resizeHeap(std::int64_t{length_} + count);
+bool SlotStore<Slot, Policy>::addSize(std::int64_t count) {
+  return count > 0 && resizeHeap(length_ + count);
 }
 
 template <class Slot, class Policy>
@@ -310,7 +310,7 @@ int SlotStore<Slot, Policy>::append(const SlotStore& other) {
   const int otherBound = other.bound_;
   const std::int64_t missing = std::int64_t{other.available_} - (length_ - oldBound);
   if (missing > 0) {
-    addSize(static_cast<int>(missing));
+    addSize(missing);
   }
   bound_ = oldBound;
   for (int i = 0; i < otherBound; ++i) {

@@ -1,0 +1,103 @@
+#include "zel/containers/point3d_arr.h"
+
+#include <cmath>
+
+#include "zel/containers/detail/rows.h"
+#include "zel/containers/detail/slot_store_impl.h"
+
+template class zel::SlotStore<zel::Float3, zel::PointPolicy>;
+
+#define ZEL_ARR Point3DArr
+#define ZEL_SLOT zel::Float3
+#define ZEL_IN const float*
+#define ZEL_OUT float*
+#define ZEL_HAS_INITIAL_SIZE
+#define ZEL_HAS_KEEPING_CLEAR
+#include "zel/containers/detail/common_set.inl"
+
+namespace {
+
+bool isPointAvailable(const zel::Float3& point) { return point[0] > zel::kLiveNearMark; }
+
+bool isNear(float a, float b) {
+  return std::fabs(static_cast<double>(a) - static_cast<double>(b)) <
+         static_cast<double>(zel::kTolerance);
+}
+
+}  // namespace
+
+int Point3DArr::IntialSizeM(int length) { return InitialSizeM(length); }
+
+int Point3DArr::AddPointM(const float* point) {
+  const int found = slots_.firstWhere([point](const zel::Float3& slot) {
+    return isNear(slot[0], point[0]) && isNear(slot[1], point[1]) && isNear(slot[2], point[2]);
+  });
+  return found < 0 ? AddItemM(point) : found;
+}
+
+int Point3DArr::AppendPntsM(const Point3DArr& other) {
+  const int oldBound = std::max(slots_.bound(), 0);
+  const int added = std::max(other.slots_.bound(), 0);
+  if (!slots_.reserve(oldBound + added)) {
+    return 1;
+  }
+  for (int i = 0; i < added; ++i) {
+    const zel::Float3 point = other.slots_[i];
+    if (zel::PointPolicy::isLive(point[0])) {
+      slots_[oldBound + i] = point;
+    }
+  }
+  if (added > 0) {
+    slots_.setBound(oldBound + added);
+  }
+  slots_.setAvailable(slots_.bound());
+  return 1;
+}
+
+void Point3DArr::SetItemValueM(int index, float x, float y, float z) {
+  if (zel::Float3* slot = slots_.slotAt(index)) {
+    *slot = {x, y, z};
+  }
+}
+
+void Point3DArr::SetItemZValueM(int index, float z) {
+  if (zel::Float3* slot = slots_.slotAt(index)) {
+    (*slot)[2] = z;
+  }
+}
+
+float* Point3DArr::GetItemPM(int index) {
+  return index < 0 || index >= slots_.length() ? nullptr : slots_[index].data();
+}
+
+const float* Point3DArr::GetItemPM(int index) const {
+  return index < 0 || index >= slots_.length() ? nullptr : slots_[index].data();
+}
+
+int Point3DArr::IsPntAvailableM(int index) const {
+  const bool isInside = index >= 0 && index < slots_.length();
+  return isInside && isPointAvailable(slots_[index]) ? zel::kTagAvailable : zel::kTagNotAvailable;
+}
+
+int Point3DArr::GetVertexM(int count, const int* indices, float (*points)[3]) const {
+  for (int i = 0; i < count; ++i) {
+    GetItemM(points[i], indices[i]);
+  }
+  return 1;
+}
+
+int Point3DArr::GetPreviousM(float* item, int* index, int before) const {
+  return zel::handOutFound(slots_, slots_.previousLive(before), item, index) ? 1 : -1;
+}
+
+int Point3DArr::GetLastM(float* item, int* index) const {
+  return GetPreviousM(item, index, slots_.bound());
+}
+
+int Point3DArr::CancelLastItemM() {
+  if (slots_.bound() > 0) {
+    DelItemM(slots_.bound() - 1);
+    slots_.setBound(slots_.bound() - 1);
+  }
+  return slots_.bound();
+}

@@ -1,0 +1,173 @@
+#pragma once
+
+/// @file
+/// The array of points in space.
+
+#include <cstdio>
+
+#include "zel/containers/slot_store.h"
+#include "zel/core/api.h"
+
+class KwIOCL;
+struct XYCoordSysD;
+
+/// An IntArr of points (x, y, z) with the mark -1e18 in x. Items go in and out through a pointer
+/// to three floats.
+///
+/// A point is live when x is greater than -5e17; IsPntAvailableM() and the backward walk draw the
+/// line at -9.999e17 instead.
+class ZEL_API Point3DArr {
+ public:
+  /// @name Life, as IntArr
+  /// @{
+  Point3DArr();
+  explicit Point3DArr(int length);
+  Point3DArr(const Point3DArr& other);
+  Point3DArr(Point3DArr&& other) noexcept;
+  Point3DArr& operator=(const Point3DArr& other);
+  Point3DArr& operator=(Point3DArr&& other) noexcept;
+  virtual ~Point3DArr();
+  /// @}
+
+  /// @name Capacity, as IntArr
+  /// @{
+  int AddSizeM(int count);
+  int InitialSizeM(int length);
+  /// A second name of InitialSizeM(), spelt so.
+  int IntialSizeM(int length);
+  int SetIncrementM(int increment);
+  [[nodiscard]] int GetLengthM() const;
+  [[nodiscard]] int GetBoundM() const;
+  [[nodiscard]] int GetAvailableNumM() const;
+  [[nodiscard]] int GetAvailableNumM(int index) const;
+  [[nodiscard]] float (*getCurrentItemPrtM())[3];
+  [[nodiscard]] const float (*getCurrentItemPrtConstM() const)[3];
+  /// @}
+
+  /// @name Writing, as IntArr
+  /// Except: the available count rises when the old x was below -5e17, and for InsertItemM() only
+  /// when the slot at the bound was so.
+  /// @{
+  int SetItemM(const float* item, int index);
+  int AddItemM(const float* item);
+  int InsertItemM(const float* item, int position);
+  /// @}
+  /// Adds a point unless one is stored below the bound that differs by less than 0.0001 in each
+  /// coordinate, live or not; the first such slot wins.
+  /// @return the index of the stored or added point.
+  int AddPointM(const float* point);
+  /// Appends the slots of `other` below its bound one to one: live points are copied, a hole
+  /// leaves the slot in its place as it was. The available count becomes the new bound, holes
+  /// included. @return 1.
+  int AppendPntsM(const Point3DArr& other);
+  /// Overwrites z of a slot in 0 to bound - 1; the available count stays.
+  void SetItemZValueM(int index, float z);
+
+  /// @name Reading, as IntArr
+  /// Except: reading out of range leaves z alone, and GetItemPM() also gives the slots between
+  /// the bound and the length.
+  /// @{
+  int GetItemM(float* item, int index) const;
+  [[nodiscard]] float* GetItemPM(int index);
+  [[nodiscard]] const float* GetItemPM(int index) const;
+  /// @}
+  /// @return 31 when x of the point is greater than -9.999e17, otherwise, and for an index outside
+  ///         the store, 30.
+  [[nodiscard]] int IsPntAvailableM(int index) const;
+  /// Reads `count` points, each as GetItemM(). @param[out] points `count` points.
+  /// @return 1, also for a count below 1.
+  int GetVertexM(int count, const int* indices, float (*points)[3]) const;
+
+  /// @name Walking the live slots, as IntArr
+  /// @{
+  int GetFirstM(float* item, int* index) const;
+  int GetNextM(float* item, int* index, int after) const;
+  /// @}
+  /// Last available point below `before` (see IsPntAvailableM()).
+  /// @param[out] item, index all -1e18 and -2147483647 when there is none.
+  /// @return 1, or -1 when there is none.
+  int GetPreviousM(float* item, int* index, int before) const;
+  /// GetPreviousM() from the bound. @return 1 (not the index, unlike IntArr), or -1.
+  int GetLastM(float* item, int* index) const;
+
+  /// @name Deleting, as IntArr
+  /// @{
+  int DelItemM(int index);
+  int DelAllM();
+  int DelAllVirtualM();
+  /// @}
+  /// Takes the bound down by two: deletes the last point, as DelItemM(), and puts the one before
+  /// it beyond the bound, where it keeps its coordinates and stays counted. On a single point the
+  /// bound becomes -1. @return the new bound.
+  int CancelLastItemM();
+
+  // --- measuring and fitting: the available points below the bound (IsPntAvailableM()) ---
+  // `start` and `count` select points: from slot `start` on, `count` available ones; a negative
+  // count means as many as the bound. Unless said, an array without available points gives 0.
+
+  /// @return the largest squared distance between two selected points; 0 when all coincide.
+  /// @param[out] first, second the pair found first, both -2147483647 when the result is 0.
+  float GetFarthestTwoPointsM(int start, int count, int* first, int* second) const;
+  /// @param point, direction the line: two points handed to slGetPntLineSquareDist().
+  /// @param[out] index the farthest selected point, -2147483647 when the result is 0.
+  /// @return its squared distance.
+  float GetFarthestPntToLineM(const float* point, const float* direction, int start, int count,
+                              int* index) const;
+  /// @param normal, d the plane normal . X + d = 0.
+  /// @param[out] index the farthest selected point, -2147483647 when the result is 0.
+  /// @return its distance.
+  float GetFarthestPntToPlaneM(const float* normal, float d, int start, int count,
+                               int* index) const;
+  /// Spread of the distances to a line: the root of the summed squares of (distance - mean),
+  /// divided by the available count itself and not by its root.
+  [[nodiscard]] float GetShapeErrorToLineM(const float* point, const float* direction) const;
+  /// As GetShapeErrorToLineM(), for the distances to the plane normal . X + d = 0.
+  [[nodiscard]] float GetShapeErrorToPlaneM(const float* normal, float d) const;
+  /// As GetShapeErrorToLineM(), for (distance to `centre`) - `radius`.
+  [[nodiscard]] float GetShapeErrorToCircleM(const float* centre, float radius) const;
+  /// Least-squares plane, solved for the axis in which `direction` is largest.
+  /// @param[out] normal unit, and @param[out] d, with normal . X + d = 0; untouched on failure.
+  /// @return 1, or the code of slSolveEquationGroup3() when it fails.
+  int GenPlaneByLeastSquareM(const float* direction, float* normal, float* d) const;
+  /// Normal equations of the fit x[c] + p x[a] + q x[b] + r = 0.
+  /// @param a, b, c the axes 0, 1 and 2 in some order.
+  /// @param[out] matrix 3 x 3, row-major. @param[out] rightSide 3 numbers.
+  void GenEquationGroupM(int a, int b, int c, double* matrix, double* rightSide) const;
+  /// @param[out] centre mean of the available points; the origin when there is none.
+  void GetBaryCenterM(float* centre) const;
+  /// @return mean distance to the line through `point` along `direction`.
+  [[nodiscard]] float GetAverageDistToLineM(const float* point, const float* direction) const;
+  /// @return mean distance to `point`.
+  [[nodiscard]] float GetAverageDistToPntM(const float* point) const;
+  /// @return largest distance to `point`.
+  [[nodiscard]] float GetMaxLenToGivenPntM(const float* point) const;
+  /// Extents of the live points along three directions.
+  /// @param[out] r1, r2, r3 smallest and largest dot product with a1, a2, a3; untouched without
+  ///             a live point.
+  void GetMaxMinM(const float* a1, const float* a2, const float* a3, float* r1, float* r2,
+                  float* r3) const;
+  /// Moves every available point onto a plane. @param point on the plane. @param normal unit.
+  void ProjectPntsToPlaneM(const float* point, const float* normal);
+  /// Rewrites every available point in a local coordinate system, its axes taken as they are.
+  void TransToLocalCoordSysM(const XYCoordSysD& system);
+
+  /// @name Files, as IntArr
+  /// @{
+  void FmOutputZelLstM(KwIOCL* io, const char* name) const;
+  void FmInputZelLstM(KwIOCL* io);
+  /// @}
+  /// Writes the coordinates of the slots below the bound to a binary stream, nothing else.
+  /// @return 1.
+  int FmOutputLstM(FILE* file) const;
+  /// Reads such a dump over the first `count` slots. Bound and available count become `count`, also
+  /// when it is negative. @return 1.
+  int FmInputLstM(FILE* file, int count);
+
+ private:
+  friend struct zel::ListAccess;
+
+  /// Overwrites a slot in 0 to bound - 1; the available count stays.
+  void SetItemValueM(int index, float x, float y, float z);
+
+  zel::SlotStore<zel::Float3, zel::PointPolicy> slots_;
+};
