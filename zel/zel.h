@@ -23,6 +23,7 @@
 #include "zel/image/bmp.h"
 #include "zel/image/drawing.h"
 #include "zel/textfile/files.h"
+#include "zel/textfile/kw_iocl.h"
 #include "zel/textfile/list_tags.h"
 #include "zel/textfile/paths.h"
 #include "zel/textfile/string_edit.h"

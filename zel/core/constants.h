@@ -66,6 +66,10 @@ inline constexpr int kZoomOriginPixels = 500;
 /// View units per pixel of a panning drag.
 inline constexpr float kPanPerPixel = 0.02F;
 
+// --- code sent to kwErrorMessage() -------------------------------------------------------------
+
+inline constexpr int kOutOfMemory = 40;
+
 // --- file errors, thrown as plain int ----------------------------------------------------------
 
 inline constexpr int kReadFailure = 107;
