@@ -1,5 +1,6 @@
 #include "zel/geometry/determinants.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstddef>
@@ -7,7 +8,9 @@
 #include <utility>
 #include <vector>
 
+#include "zel/core/constants.h"
 #include "zel/core/memory.h"
+#include "zel/geometry/detail/scalars.h"
 
 namespace {
 
@@ -79,6 +82,12 @@ float determinantByElimination(const float* m, int n) {
   return static_cast<float>(product);
 }
 
+/// Determinant of a 3x3 matrix by the rule of Sarrus.
+double determinant3(const double a[9]) {
+  return a[0] * a[4] * a[8] + a[1] * a[5] * a[6] + a[2] * a[3] * a[7] - a[2] * a[4] * a[6] -
+         a[1] * a[3] * a[8] - a[0] * a[5] * a[7];
+}
+
 }  // namespace
 
 void slNewTrainM(const float* m, int col, int row, int n, float* out) {
@@ -112,4 +121,22 @@ float slValueOfTrainM(const float* m, int n) {
   }
   float minors[1U << kLargestOnStack];
   return determinantByExpansion(m, n, minors);
+}
+
+int slSolveEquationGroup3(const double a[9], const double b[3], double x[3]) {
+  const double determinant = determinant3(a);
+  if (zel::deadAbs(determinant) <= zel::kTolerance) {
+    return 0;
+  }
+  double solved[3];
+  for (int column = 0; column < 3; ++column) {
+    double replaced[9];
+    std::copy_n(a, 9, replaced);
+    for (int row = 0; row < 3; ++row) {
+      replaced[3 * row + column] = b[row];
+    }
+    solved[column] = determinant3(replaced) / determinant;
+  }
+  std::copy_n(solved, 3, x);
+  return 1;
 }

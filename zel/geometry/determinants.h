@@ -1,8 +1,9 @@
 #pragma once
 
 /// @file
-/// Minors and determinants of square matrices of any size. Unlike the 4x4 transforms these are held
-/// row by row: element k stands in row k / n and column k % n.
+/// Minors and determinants of square matrices of any size, and linear systems of three unknowns.
+/// Unlike the 4x4 transforms these matrices are held row by row: element k stands in row k / n and
+/// column k % n.
 
 #include "zel/core/api.h"
 
@@ -20,3 +21,9 @@ ZEL_API void slNewTrainM(const float* m, int col, int row, int n, float* out);
 /// the matrix is eliminated with partial pivoting in double precision instead.
 /// @return 0 for n < 2 and when there is no memory (which reports code 40 to the error hook).
 ZEL_API float slValueOfTrainM(const float* m, int n);
+
+/// Solves a x = b for three unknowns by Cramer's rule.
+/// @param a  3x3 values
+/// @param[out] x  may be b
+/// @return 1; 0 with x untouched when the magnitude of the determinant is at most 0.0001.
+ZEL_API int slSolveEquationGroup3(const double a[9], const double b[3], double x[3]);

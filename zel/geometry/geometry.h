@@ -4,7 +4,10 @@
 /// Plane and space geometry on float points: the one header to include. Handedness, matrix order,
 /// units, tolerances and result codes common to all chapters are described in docs/conventions.md.
 
+#include "zel/geometry/circle_angles.h"
+#include "zel/geometry/circle_intersection.h"
 #include "zel/geometry/circumcentres.h"
+#include "zel/geometry/coordinate_systems.h"
 #include "zel/geometry/determinants.h"
 #include "zel/geometry/inside_tests.h"
 #include "zel/geometry/intersections.h"
@@ -17,4 +20,6 @@
 #include "zel/geometry/records.h"
 #include "zel/geometry/rotations.h"
 #include "zel/geometry/scalars.h"
+#include "zel/geometry/solid_contact.h"
+#include "zel/geometry/sphere_intersection.h"
 #include "zel/geometry/vectors.h"
