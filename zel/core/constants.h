@@ -37,6 +37,9 @@ inline constexpr float kSquareTolerance = 9.999999e-9F;  // 322BCC76
 /// Fine tolerance of the double-precision absolute value and of the square root.
 inline constexpr double kFineTolerance = 1e-8;
 
+/// Below this sum of components two nodes of a grid coincide.
+inline constexpr float kGridDegenerate = 0.00099999993F;  // 3A83126E
+
 // --- angles ----------------------------------------------------------------------------------
 
 /// The library's pi, one unit in the last place below the nearest float.
@@ -66,8 +69,9 @@ inline constexpr int kZoomOriginPixels = 500;
 /// View units per pixel of a panning drag.
 inline constexpr float kPanPerPixel = 0.02F;
 
-// --- code sent to kwErrorMessage() -------------------------------------------------------------
+// --- errors ------------------------------------------------------------------------------------
 
+/// What kwErrorMessage() hears of an exhausted heap.
 inline constexpr int kOutOfMemory = 40;
 
 // --- file errors, thrown as plain int ----------------------------------------------------------

@@ -9,6 +9,12 @@
 
 class KwIOCL;
 
+namespace zel {
+/// Defaulted last argument of an element's operation that hides one of KwBaseCL's virtual ones
+/// without overriding it. Callers leave it out.
+struct NotOverriding {};
+}  // namespace zel
+
 /// A storable element: one status byte and the operations by which its array reads and writes it.
 ///
 /// The delete tag is 30 (not available: fresh, destroyed or collapsed), 31 (available) or

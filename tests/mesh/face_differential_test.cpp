@@ -1,0 +1,328 @@
+// Random sequences over the lists of triangles and quads, step by step beside a model that walks.
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <random>
+
+#include "mesh/walk_model.h"
+#include "zel/zel.h"
+
+namespace {
+
+using zel::test::FaceModel;
+using zel::test::ModelFace;
+
+template <int kCount>
+using ListOf = std::conditional_t<kCount == 3, TriangleArr, QuadArr>;
+template <int kCount>
+using FaceOf = std::conditional_t<kCount == 3, TriangleCL, QuadCL>;
+
+template <int kCount>
+FaceOf<kCount> make(const ModelFace<kCount>& face) {
+  FaceOf<kCount> result(static_cast<char>(face.tag));
+  std::copy(face.corners.begin(), face.corners.end(), result.record().corners);
+  return result;
+}
+
+template <int kCount>
+class FaceSequence {
+ public:
+  using List = ListOf<kCount>;
+  using Model = FaceModel<kCount>;
+  using Face = ModelFace<kCount>;
+
+  FaceSequence(unsigned seed, int nodes) : random_(seed), nodes_(nodes) {}
+
+  void run(int steps) {
+    for (int step = 0; step < steps && !testing::Test::HasFailure(); ++step) {
+      SCOPED_TRACE(testing::Message() << "step " << step);
+      const int kind = pick(100);
+      kind < 30 ? add() : kind < 60 ? search() : kind < 97 ? change() : changeMany(pick(60));
+      if (step % 16 == 0) {
+        compareAll();
+      }
+    }
+    compareAll();
+  }
+
+ private:
+  int pick(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random_); }
+  int slot() { return model_.bound == 0 ? 0 : pick(model_.bound); }
+  // A few hubs, many ordinary nodes, some that are far out or no nodes at all.
+  int node() {
+    const int kOdd[5] = {-1, zel::kNoIndex, 1 << 30, 2147483647, 70000};
+    const int kind = pick(50);
+    return kind == 0 ? kOdd[pick(5)] : kind < 8 ? pick(3) : pick(nodes_);
+  }
+  Face face() {
+    Face result;
+    const int tag = pick(30);
+    result.tag = static_cast<signed char>(tag < 3 ? 30 + 2 * tag : 31);
+    for (int& corner : result.corners) {
+      corner = node();
+    }
+    return result;
+  }
+  // Half the time a face that exists, turned about, so that searches hit.
+  std::array<int, kCount> corners() {
+    auto result = face().corners;
+    if (pick(2) == 0 && model_.bound > 0) {
+      result = model_.at(slot()).corners;
+      std::shuffle(result.begin(), result.end(), random_);
+    }
+    return result;
+  }
+
+  void add() {
+    Face value = face();
+    if (pick(2) == 0) {
+      value.corners = corners();
+    }
+    if constexpr (kCount == 3) {
+      EXPECT_EQ(list_->MergeTriangleLstM(make<3>(value)), model_.merge(value));
+    } else {
+      EXPECT_EQ(list_->MergeQuadLstM(make<4>(value)), model_.merge(value));
+    }
+  }
+
+  void search() {
+    const auto asked = corners();
+    int at = -7;
+    int modelAt = -7;
+    const int a = asked[0];
+    const int b = pick(10) == 0 ? a : asked[1];
+    EXPECT_EQ(list_->JudgeBoundM(a, b, &at), model_.judgeBound(a, b, &modelAt));
+    EXPECT_EQ(at, modelAt);
+    EXPECT_EQ(list_->GetOneNeighbourPntM(a), model_.cornerAfter(a));
+    if constexpr (kCount == 3) {
+      searchTriangles(asked, a, b);
+    }
+  }
+  void searchTriangles(const std::array<int, 3>& asked, int a, int b) {
+    int at = -7;
+    EXPECT_EQ(list_->FindTriangleM(asked.data()), model_.findLast(asked));
+    const int first = model_.findFirst(asked);
+    EXPECT_EQ(list_->FindTriangleM(asked.data(), &at), first < 0 ? 0 : 1);
+    EXPECT_EQ(at, first < 0 ? -7 : first);
+    EXPECT_EQ(list_->getFirstValidIdxM(), model_.firstOddTag());
+    const int skip = slot();
+    for (const int directed : {0, 1}) {
+      const int edge[2] = {a, b};
+      const int next = model_.nextRelated(skip, edge, directed == 1);
+      EXPECT_EQ(list_->getNextRelTriangleIdxM(skip, edge, &at, directed),
+                next == zel::kNoIndex ? 0 : 1);
+      EXPECT_EQ(at, next);
+    }
+    int edge[2] = {a, -3};
+    int modelEdge[2] = {a, -3};
+    int modelAt = at;
+    EXPECT_EQ(list_->GetOneBoundWithStIdxM(b, edge, &at), model_.oneBound(b, modelEdge, &modelAt));
+    EXPECT_EQ(edge[1], modelEdge[1]);
+    EXPECT_EQ(at, modelAt);
+    Int2DArr pairs;
+    list_->FindTriangleM(a, &pairs);
+    const auto expected = model_.around(a);
+    ASSERT_EQ(pairs.GetBoundM(), static_cast<int>(expected.size()));
+    for (int k = 0; k < pairs.GetBoundM(); ++k) {
+      int pair[2];
+      pairs.GetItemM(pair, k);
+      EXPECT_EQ(pair[0], expected[static_cast<std::size_t>(k)][0]);
+      EXPECT_EQ(pair[1], expected[static_cast<std::size_t>(k)][1]);
+    }
+  }
+
+  void change() {
+    const int at = slot();
+    const Face value = face();
+    switch (pick(8)) {
+      case 0:
+        list_->DelItemM(at);
+        return model_.remove(at);
+      case 1: {
+        const int target = pick(20) == 0 ? model_.bound + pick(3) : at;
+        list_->SetItemM(make<kCount>(value), target);
+        return model_.set(value, target);
+      }
+      case 2:
+        EXPECT_EQ(list_->AddItemM(make<kCount>(value)), model_.add(value));
+        return;
+      case 3:
+      case 4:
+        return rename(node(), node());
+      case 5:
+        return pick(4) == 0 ? handOut() : writeThroughHandle();
+      case 6:
+        return writeThroughHandle();
+      default:
+        deleteAround(node());
+    }
+  }
+  void rename(int from, int to) {
+    list_->ChangeNodeIdxM(from, to);
+    model_.rename(from, to);
+  }
+  void deleteAround(int around) {
+    if constexpr (kCount == 3) {
+      if (around > 2 || pick(20) == 0) {
+        list_->DelTriangleByVertexM(around);
+        model_.deleteAround(around);
+      }
+    }
+  }
+  void handOut() {
+    forgetStaleHandles();
+    const int at = slot();
+    if (pick(40) == 0) {
+      all_ = list_->getCurrentItemPrtM();
+    } else if (model_.bound > 0) {
+      handles_.push_back({at, pick(2) == 0 ? list_->GetItemPM(at) : &(*list_)[at]});
+    }
+  }
+  // Slots change behind the list's back until its next growth.
+  void writeThroughHandle() {
+    forgetStaleHandles();
+    const int at = slot();
+    Handle handle{at, all_ == nullptr ? nullptr : all_ + at};
+    if (all_ == nullptr && !handles_.empty()) {
+      handle = handles_[static_cast<std::size_t>(pick(static_cast<int>(handles_.size())))];
+    }
+    if (handle.face == nullptr) {
+      return;
+    }
+    const Face value = face();
+    if (pick(2) == 0) {
+      std::copy(value.corners.begin(), value.corners.end(), handle.face->record().corners);
+      model_.at(handle.slot).corners = value.corners;
+    } else {
+      handle.face->SetDeleteTagM(static_cast<char>(value.tag));
+      model_.at(handle.slot).tag = value.tag;
+    }
+  }
+
+  void changeMany(int kind) {
+    if (kind < 3) {
+      List copy(*list_);
+      kind == 0 ? list_.emplace(copy) : kind == 1 ? list_.emplace() = copy : * list_ = copy;
+      forgetHandles();
+    } else if (kind < 6) {
+      List moved(std::move(*list_));  // handles stay true: the store itself moves over
+      EXPECT_EQ(list_->GetBoundM(), 0);
+      *list_ = std::move(moved);
+      if (list_->GetLengthM() == 4) {
+        forgetHandles();
+      }
+    } else if (kind < 20) {
+      insert();
+    } else if (kind < 24) {
+      renumber();
+    } else if (kind < 26) {
+      purge();
+    } else if (kind < 27) {
+      list_->DelAllM();
+      model_ = Model();
+      forgetHandles();
+    } else if (kind < 28) {
+      list_->DelAllVirtualM();
+      for (int at = 0; at < model_.bound; ++at) {
+        model_.at(at).tag = zel::kTagDeleted;
+      }
+      model_.bound = model_.available = 0;
+    }
+  }
+  void insert() {
+    const Face value = face();
+    const int at = pick(model_.bound + 1);
+    if (pick(2) == 0) {
+      list_->InsertItemM(make<kCount>(value), at);
+      return model_.insert(value, at);
+    }
+    Face live = value;
+    live.tag = zel::kTagAvailable;
+    if (model_.bound == model_.length()) {
+      model_.grow(model_.increment);
+    }
+    model_.insert(live, at);
+    if constexpr (kCount == 3) {
+      const float normal[3] = {0.0F, 0.0F, 1.0F};
+      list_->ModifyM(at, value.corners.data(), normal);
+    } else {
+      list_->ModifyM(at, value.corners.data());
+    }
+  }
+  void renumber() {
+    std::vector<int> map(static_cast<std::size_t>(nodes_));
+    IntArr mapArr;
+    for (int from = 0; from < nodes_; ++from) {
+      const int to = pick(20) == 0 ? pick(nodes_) : (from + 1) % nodes_;
+      map[static_cast<std::size_t>(from)] = to;
+      mapArr.SetItemM(to, from);
+    }
+    list_->ResetNodeIdxM(mapArr);
+    model_.renumber(map);
+    if (list_->GetLengthM() == 4) {
+      forgetHandles();
+    }
+  }
+  void purge() {
+    if constexpr (kCount == 3) {
+      if (model_.available != model_.bound) {
+        forgetHandles();
+      }
+      list_->PurgeDeletedTrianglesM();
+      model_.purge();
+    }
+  }
+  void forgetStaleHandles() {
+    if (list_->GetLengthM() != handlesLength_) {
+      forgetHandles();
+    }
+    handlesLength_ = list_->GetLengthM();
+  }
+  void forgetHandles() {
+    handles_.clear();
+    all_ = nullptr;
+  }
+
+  void compareAll() {
+    ASSERT_EQ(list_->GetBoundM(), model_.bound);
+    ASSERT_EQ(list_->GetAvailableNumM(), model_.available);
+    ASSERT_EQ(list_->GetLengthM(), model_.length());
+    const List& list = *list_;
+    for (int at = 0; at < model_.bound; ++at) {
+      ASSERT_EQ(list[at].IsAvailableM(), model_.at(at).tag) << at;
+      for (int k = 0; k < kCount; ++k) {
+        ASSERT_EQ(list[at].record().corners[k], model_.at(at).corner(k)) << at;
+      }
+    }
+  }
+
+  struct Handle {
+    int slot;
+    FaceOf<kCount>* face;
+  };
+
+  std::mt19937 random_;
+  int nodes_;
+  std::optional<List> list_{std::in_place};
+  Model model_;
+  std::vector<Handle> handles_;
+  FaceOf<kCount>* all_ = nullptr;
+  int handlesLength_ = 4;
+};
+
+class FaceDifferential : public testing::TestWithParam<unsigned> {};
+
+TEST_P(FaceDifferential, everySequenceOfTrianglesAnswersAsTheWalk) {
+  FaceSequence<3>(GetParam(), 12).run(2500);   // mostly duplicates
+  FaceSequence<3>(GetParam(), 300).run(4000);  // mostly new faces
+}
+
+TEST_P(FaceDifferential, everySequenceOfQuadsAnswersAsTheWalk) {
+  FaceSequence<4>(GetParam(), 12).run(1500);
+  FaceSequence<4>(GetParam(), 300).run(3000);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, FaceDifferential, testing::Range(1U, 9U));
+
+}  // namespace

@@ -1,0 +1,139 @@
+// The list of nodes: family operations, reading, extents.
+
+#include "zel/containers/point3d_arr.h"
+#include "zel/geometry/geometry.h"
+#include "zel/mesh/detail/indexed_slots_impl.h"
+#include "zel/mesh/detail/node_index.h"
+#include "zel/mesh/node.h"
+
+template class zel::SlotStore<NodeCL, zel::ElementPolicy>;
+template class zel::IndexedSlots<NodeCL, zel::NodeIndex>;
+
+#define ZEL_LIST NodeArr
+#define ZEL_ELEMENT NodeCL
+#define ZEL_SLOTS nodes_
+#include "zel/mesh/detail/list_family.inl"
+
+namespace {
+
+double dot(const float* a, const float* b) {
+  return double{a[0]} * b[0] + double{a[1]} * b[1] + double{a[2]} * b[2];
+}
+
+void widen(float* range, double value) {
+  if (value > range[1]) {
+    range[1] = static_cast<float>(value);
+  } else if (value < range[0]) {
+    range[0] = static_cast<float>(value);
+  }
+}
+
+constexpr float kZeroPoint[3] = {0.0F, 0.0F, 0.0F};
+
+}  // namespace
+
+void NodeArr::GetPntM(int index, float* point) const {
+  std::copy_n(nodes_.holds(index) ? nodes_[index].point() : kZeroPoint, 3, point);
+}
+
+void NodeArr::GetNormalM(int index, float* normal) const {
+  std::copy_n(nodes_.holds(index) ? nodes_[index].normal() : kZeroPoint, 3, normal);
+}
+
+void NodeArr::GetOnePntM(int index, float* point) const { GetPntM(index, point); }
+
+void NodeArr::SetNodeNormM(int index, const float* normal) {
+  if (nodes_.holds(index)) {
+    nodes_.changeUnindexed()[index].SetNormM(normal);
+  }
+}
+
+void NodeArr::GetPntLstM(Point3DArr* out) const {
+  out->IntialSizeM(nodes_.bound());
+  for (int slot = 0; slot < nodes_.bound(); ++slot) {
+    out->SetItemM(nodes_[slot].point(), slot);
+  }
+}
+
+void NodeArr::GetMinXY(float* minX, float* minY) const {
+  *minX = zel::kInfinity;
+  *minY = zel::kInfinity;
+  for (int slot = 0; slot < nodes_.bound(); ++slot) {
+    if (nodes_.isLive(slot)) {
+      *minX = std::min(*minX, nodes_[slot].point()[0]);
+      *minY = std::min(*minY, nodes_[slot].point()[1]);
+    }
+  }
+}
+
+void NodeArr::GetMaxMinM(const float* a1, const float* a2, const float* a3, float* r1, float* r2,
+                         float* r3) const {
+  const float* directions[3] = {a1, a2, a3};
+  float* ranges[3] = {r1, r2, r3};
+  bool isSeeded = false;
+  for (int slot = 0; slot < nodes_.bound(); ++slot) {
+    if (!nodes_.isLive(slot)) {
+      continue;
+    }
+    for (int k = 0; k < 3; ++k) {
+      const double value = dot(nodes_[slot].point(), directions[k]);
+      if (isSeeded) {
+        widen(ranges[k], value);
+      } else {
+        ranges[k][0] = ranges[k][1] = static_cast<float>(value);
+      }
+    }
+    isSeeded = true;
+  }
+}
+
+int NodeArr::GenerateVectorM(int i, int j, float* out) const {
+  float from[3];
+  float to[3];
+  GetPntM(i, to);
+  GetPntM(j, from);
+  for (int k = 0; k < 3; ++k) {
+    out[k] = static_cast<float>(double{to[k]} - from[k]);
+  }
+  return 1;
+}
+
+int NodeArr::GeneratePositiveVectorM(int i, int j, float* out) const {
+  GenerateVectorM(i, j, out);
+  if (out[0] < 0) {
+    for (int k = 0; k < 3; ++k) {
+      out[k] = -out[k];
+    }
+  }
+  return 1;
+}
+
+int NodeArr::IsOneLineM() const {
+  const auto& store = nodes_.store();
+  if (store.available() < 3) {
+    return 1;
+  }
+  const int first = store.nextLive(-1);
+  float line[3];
+  int next = store.nextLive(first);
+  while (next >= 0 &&
+         (GeneratePositiveVectorM(first, next, line), slIsEqualPoint3D(line, kZeroPoint) == 1)) {
+    next = store.nextLive(next);
+  }
+  if (next < 0) {
+    return 1;
+  }
+  slNormalize(line);
+  for (next = store.nextLive(next); next >= 0; next = store.nextLive(next)) {
+    float other[3];
+    GeneratePositiveVectorM(first, next, other);
+    if (slIsEqualPoint3D(other, kZeroPoint) == 1) {
+      continue;
+    }
+    slNormalize(other);
+    if (slIsEqualPoint3D(line, other) == 0) {
+      return 0;
+    }
+  }
+  return 1;
+}
