@@ -19,6 +19,7 @@
 #include "zel/core/element_base.h"
 #include "zel/core/memory.h"
 #include "zel/core/platform.h"
+#include "zel/curves/touch_cur.h"
 #include "zel/geometry/geometry.h"
 #include "zel/image/bmp.h"
 #include "zel/image/drawing.h"

@@ -50,6 +50,8 @@ inline constexpr float kHalfPi = 1.5707963F;  // 3FC90FDA
 inline constexpr float kTwoPi = 6.283185F;  // 40C90FDA
 /// Three times the library's pi.
 inline constexpr float kThreePi = 9.424778F;  // 4116CBE4
+/// Ends of an arc that lie closer together may mean a short arc or nearly a full turn.
+inline constexpr float kSixDegrees = 0.10471975F;  // 3DD6774F
 /// 1 / 180 in single precision.
 inline constexpr float kPer180 = 0.0055555557F;  // 3BB60B61
 /// 1 / pi in single precision.
