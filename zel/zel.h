@@ -27,6 +27,7 @@
 #include "zel/mesh/quad.h"
 #include "zel/mesh/triangle.h"
 #include "zel/textfile/files.h"
+#include "zel/textfile/kw_iocl.h"
 #include "zel/textfile/list_tags.h"
 #include "zel/textfile/paths.h"
 #include "zel/textfile/string_edit.h"

@@ -1,0 +1,104 @@
+#include "tools/view/sdl_platform.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "support/temp_dir.h"
+#include "zel/core/desktop.h"
+
+namespace {
+
+constexpr int kRate = 22050;
+
+void append(std::string& bytes, std::uint32_t value, int count) {
+  for (int i = 0; i < count; ++i) {
+    bytes += static_cast<char>(value >> (8 * i));
+  }
+}
+
+// A tenth of a second that holds the text "tick" once, in 8-bit mono.
+std::string waveFile() {
+  std::string samples(kRate / 10, '\x80');
+  samples.replace(200, 4, "tick");
+  std::string bytes = "RIFF";
+  append(bytes, static_cast<std::uint32_t>(36 + samples.size()), 4);
+  bytes += "WAVEfmt ";
+  append(bytes, 16, 4);
+  append(bytes, 1, 2);
+  append(bytes, 1, 2);
+  append(bytes, kRate, 4);
+  append(bytes, kRate, 4);
+  append(bytes, 1, 2);
+  append(bytes, 8, 2);
+  bytes += "data";
+  append(bytes, static_cast<std::uint32_t>(samples.size()), 4);
+  return bytes + samples;
+}
+
+int countOf(const std::string& text, const std::string& part) {
+  int count = 0;
+  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+    ++count;
+  }
+  return count;
+}
+
+// SDL's "disk" device writes what would be heard into a file, at the pace of a real one.
+class Sound : public testing::Test {
+ protected:
+  Sound() {
+    setenv("SDL_AUDIODRIVER", "disk", 1);
+    setenv("SDL_DISKAUDIOFILE", heard.c_str(), 1);
+    zel::test::writeFile(wave, waveFile());
+  }
+  ~Sound() override { SDL_Quit(); }
+
+  zel::test::TempDir dir;
+  std::string heard = dir.file("heard.raw");
+  std::string wave = dir.file("tick.wav");
+};
+
+TEST_F(Sound, playsOnce) {
+  const zel::view::SdlPlatform platform;
+  slPlayWavSoundM(wave.c_str(), 2);
+  SDL_Delay(450);
+  slPlayWavSoundM(nullptr, 3);
+  EXPECT_EQ(countOf(zel::test::readFile(heard), "tick"), 1);
+}
+
+TEST_F(Sound, loopsUntilStopped) {
+  const zel::view::SdlPlatform platform;
+  slPlayWavSoundM(wave.c_str(), 1);
+  SDL_Delay(550);
+  slPlayWavSoundM(nullptr, 3);
+  const std::string atStop = zel::test::readFile(heard);
+  EXPECT_GE(countOf(atStop, "tick"), 3);
+  SDL_Delay(200);
+  EXPECT_EQ(zel::test::readFile(heard).size(), atStop.size());
+}
+
+TEST_F(Sound, missingOrBrokenFilesAreSilent) {
+  const zel::view::SdlPlatform platform;
+  zel::test::writeFile(wave, waveFile().substr(0, 20));
+  slPlayWavSoundM(wave.c_str(), 2);
+  slPlayWavSoundM(dir.file("none.wav").c_str(), 1);
+  slPlayWavSoundM(nullptr, 3);
+}
+
+TEST(SdlPlatform, shiftCountsOnceWhenPressedBetweenTwoQueries) {
+  ASSERT_EQ(SDL_InitSubSystem(SDL_INIT_EVENTS), 0);
+  {
+    zel::view::SdlPlatform platform;
+    EXPECT_FALSE(platform.shiftKeyPressed());
+    SDL_Event press{};
+    press.type = SDL_KEYDOWN;
+    press.key.keysym.sym = SDLK_RSHIFT;
+    SDL_PushEvent(&press);
+    EXPECT_TRUE(platform.shiftKeyPressed());
+    EXPECT_FALSE(platform.shiftKeyPressed());
+  }
+  SDL_Quit();
+}
+
+}  // namespace

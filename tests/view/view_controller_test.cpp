@@ -1,0 +1,148 @@
+#include "tools/view/view_controller.h"
+
+#include <GL/gl.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "tools/view/offscreen_context.h"
+
+namespace {
+
+using zel::view::Action;
+using zel::view::UpAxis;
+using zel::view::ViewController;
+
+constexpr zel::view::ViewSize kSize{600, 400};
+
+// Where OpenGL itself puts a point: pixels from the lower left corner, and depth.
+std::array<double, 3> project(const ViewController& view, const std::array<double, 3>& point) {
+  view.camera().loadProjection(kSize);
+  view.camera().loadModelView();
+  double m[16];
+  double p[16];
+  glGetDoublev(GL_MODELVIEW_MATRIX, m);
+  glGetDoublev(GL_PROJECTION_MATRIX, p);
+  const double in[4] = {point[0], point[1], point[2], 1};
+  double eye[4] = {};
+  double clip[4] = {};
+  for (int r = 0; r < 4; ++r) {
+    for (int c = 0; c < 4; ++c) {
+      eye[r] += m[4 * c + r] * in[c];
+    }
+  }
+  for (int r = 0; r < 4; ++r) {
+    for (int c = 0; c < 4; ++c) {
+      clip[r] += p[4 * c + r] * eye[c];
+    }
+  }
+  return {(clip[0] / clip[3] + 1) * kSize.width / 2, (clip[1] / clip[3] + 1) * kSize.height / 2,
+          clip[2] / clip[3]};
+}
+
+class View : public testing::Test {
+ protected:
+  View() : view(UpAxis::kY, {}) {
+    view.resize(kSize);
+    view.setScene(kBox);
+  }
+
+  const std::vector<std::array<float, 3>> kBox{
+      {-0.8F, -0.2F, -0.3F}, {0.8F, -0.2F, 0.3F}, {0.1F, 0.2F, -0.3F}, {-0.5F, 0.1F, 0.3F}};
+  const zel::view::OffscreenContext context{8, 8};
+  ViewController view;
+};
+
+TEST_F(View, framedPointsFillTheViewToTheMargin) {
+  for (const bool orthographic : {false, true}) {
+    for (const Action side : {Action::kViewFront, Action::kViewRight, Action::kViewTop}) {
+      view.camera().setOrthographic(orthographic);
+      view.perform(side);
+      view.perform(Action::kFrameAll);
+      double reach = 0;
+      for (const auto& p : kBox) {
+        const auto at = project(view, {p[0], p[1], p[2]});
+        reach = std::max(
+            {reach, std::abs(at[0] / kSize.width * 2 - 1), std::abs(at[1] / kSize.height * 2 - 1)});
+        EXPECT_LT(std::abs(at[2]), 1.0);
+      }
+      EXPECT_NEAR(reach, 1 / 1.08, 1e-5);
+    }
+  }
+}
+
+TEST_F(View, standardViewsLookAlongTheAxes) {
+  const struct {
+    Action action;
+    std::array<double, 3> near;
+    std::array<double, 3> right;
+  } kCases[] = {{Action::kViewFront, {0, 0, 0.5}, {0.5, 0, 0}},
+                {Action::kViewRight, {0.5, 0, 0}, {0, 0, -0.5}},
+                {Action::kViewTop, {0, 0.5, 0}, {0.5, 0, 0}}};
+  for (const auto& expected : kCases) {
+    view.perform(expected.action);
+    const auto origin = project(view, {0, 0, 0});
+    EXPECT_LT(project(view, expected.near)[2], origin[2]);
+    EXPECT_GT(project(view, expected.right)[0], origin[0] + 1);
+    view.perform(Action::kViewOpposite);
+    EXPECT_GT(project(view, expected.near)[2], project(view, {0, 0, 0})[2]);
+  }
+}
+
+TEST_F(View, zPointsUpWhenAsked) {
+  ViewController standing(UpAxis::kZ, {});
+  standing.resize(kSize);
+  standing.perform(Action::kViewFront);
+  EXPECT_GT(project(standing, {0, 0, 0.5})[1], project(standing, {0, 0, 0})[1] + 1);
+  EXPECT_LT(project(standing, {0, -0.5, 0})[2], project(standing, {0, 0, 0})[2]);
+}
+
+TEST_F(View, panningFollowsTheMouse) {
+  for (const bool orthographic : {false, true}) {
+    view.camera().setOrthographic(orthographic);
+    const auto before = project(view, {0, 0, 0});
+    view.beginDrag(Action::kPan, {100, 100});
+    EXPECT_TRUE(view.drag({117, 100}));
+    EXPECT_TRUE(view.drag({130, 80}));
+    view.endDrag();
+    EXPECT_FALSE(view.drag({0, 0}));
+    const auto after = project(view, {0, 0, 0});
+    EXPECT_NEAR(after[0] - before[0], 30, 0.5);
+    EXPECT_NEAR(after[1] - before[1], 20, 0.5);
+  }
+}
+
+TEST_F(View, draggingRightTurnsTheFrontToTheRight) {
+  view.perform(Action::kViewFront);
+  view.perform(Action::kFrameAll);
+  const double before = project(view, {0, 0, 0.5})[0];
+  view.beginDrag(Action::kOrbit, {100, 100});
+  view.drag({150, 130});
+  EXPECT_GT(project(view, {0, 0, 0.5})[0], before + 5);
+  EXPECT_GT(view.camera().pitch(), 0);
+  view.drag({150, 100000});
+  EXPECT_EQ(view.camera().pitch(), 90);
+}
+
+TEST_F(View, wheelAndRightDragZoom) {
+  view.camera().setOrthographic(true);
+  const auto width = [this] {
+    return project(view, {0.5, 0, 0})[0] - project(view, {-0.5, 0, 0})[0];
+  };
+  view.perform(Action::kViewFront);
+  const double start = width();
+  view.turnWheel(1);
+  EXPECT_NEAR(width() / start, 1.1, 1e-4);
+  view.turnWheel(-1);
+  EXPECT_NEAR(width() / start, 1, 1e-4);
+  view.beginDrag(Action::kZoomByDrag, {10, 10});
+  view.drag({300, 10});
+  view.drag({510, 90});
+  EXPECT_NEAR(width() / start, 2, 1e-3);
+  view.turnWheel(2000000000);
+  view.turnWheel(-2000000000);
+  EXPECT_TRUE(std::isfinite(width()));
+}
+
+}  // namespace
