@@ -3,6 +3,7 @@
 /// @file
 /// Everything public. Single headers may be included instead.
 
+#include "zel/containers/char_arr.h"
 #include "zel/containers/int2d_arr.h"
 #include "zel/containers/int3d_arr.h"
 #include "zel/containers/int4d_arr.h"

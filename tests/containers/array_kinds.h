@@ -7,6 +7,7 @@
 #include <random>
 #include <string>
 
+#include "zel/containers/char_arr.h"
 #include "zel/containers/int2d_arr.h"
 #include "zel/containers/int3d_arr.h"
 #include "zel/containers/int4d_arr.h"
@@ -58,6 +59,18 @@ struct FloatKind : KindBase<float, kComponents> {
 
 template <class Array>
 struct Kind;
+
+template <>
+struct Kind<CharArr> : KindBase<char, 1> {
+  static constexpr const char* kName = "CharArr";
+  static constexpr char kMark = 0;
+  static bool countsOver(char /*old*/) { return true; }
+  static bool walked(char /*first*/) { return true; }
+  static bool deletable(char first) { return first >= 1; }
+  static char randomComponent(std::mt19937& random) {
+    return static_cast<char>(random() % 3 == 0 ? 0 : random() % 256);
+  }
+};
 
 template <>
 struct Kind<IntArr> : IntKind<1> {

@@ -21,7 +21,7 @@ struct ArrayNames {
   }
 };
 
-using AllArrays = ::testing::Types<IntArr, Int2DArr, Int3DArr, Int4DArr, RealArr, PixelArr,
+using AllArrays = ::testing::Types<CharArr, IntArr, Int2DArr, Int3DArr, Int4DArr, RealArr, PixelArr,
                                    Point2DArr, Point3DArr>;
 TYPED_TEST_SUITE(CommonContract, AllArrays, ArrayNames);
 

@@ -1,4 +1,5 @@
 // File operations that the list code still has to supply.
+#include "zel/containers/char_arr.h"
 #include "zel/containers/int2d_arr.h"
 #include "zel/containers/int4d_arr.h"
 #include "zel/containers/int_arr.h"
@@ -69,3 +70,6 @@ int TriangleArr::ExportTriangleLstDBFileM(FILE* /*file*/, const float* /*matrix*
 int QuadCL::ExportQuadDBFileM(FILE* /*file*/) const { return 1; }
 int QuadArr::FmWriteQuadLstToFileM(FILE* /*file*/) const { return 1; }
 int QuadArr::ExportQuadLstDBFileM(FILE* /*file*/) const { return 1; }
+
+void CharArr::FmInputZelLstM(KwIOCL* /*io*/) {}
+void CharArr::FmOutputZelLstM(KwIOCL* /*io*/, const char* /*name*/) const {}

@@ -1,0 +1,29 @@
+#pragma once
+
+/// @file
+/// File names as the system takes them, and moving a file.
+
+#include <string>
+
+namespace zel {
+
+/// Where the system parts directories with a slash, a name whose backslashes are no part of an
+/// existing file's name is taken with slashes.
+/// @param name as the application gave it; null counts as empty.
+[[nodiscard]] std::string presentFileName(const char* name);
+
+/// What a file is replaced through.
+struct FileToReplace {
+  std::string name;  ///< with links followed, so that the link stays
+  /// Whether it is an ordinary file, or none yet; a device must be written directly.
+  bool isOrdinary;
+};
+[[nodiscard]] FileToReplace fileToReplace(const std::string& name);
+
+/// Gives `target` the permissions of `source`, as far as the system has any beside read-only.
+void copyPermissions(const std::string& source, const std::string& target);
+
+/// Moves a file over another one in the same directory. @return false when it could not be moved.
+[[nodiscard]] bool moveFileOver(const std::string& source, const std::string& target);
+
+}  // namespace zel
