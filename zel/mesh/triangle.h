@@ -7,6 +7,7 @@
 
 #include "zel/core/api.h"
 #include "zel/core/element_base.h"
+#include "zel/geometry/records.h"
 #include "zel/mesh/face_record.h"
 #include "zel/mesh/indexed_slots.h"
 
@@ -14,6 +15,7 @@ class Int2DArr;
 class IntArr;
 class KwIOCL;
 class NodeArr;
+class Point2DArr;
 class Point2DArr;
 class Point3DArr;
 struct XYCoordSysD;
@@ -83,6 +85,14 @@ class ZEL_API TriangleCL : public KwBaseCL {
   int MakeNewIdxM(const IntArr& map);
   /// As MakeNewIdxM(). @return 0 when two of the new indices are equal, else 1.
   int ResetNodeIdxM(const IntArr& map);
+  /// Places the third corner beside two whose texture coordinates are known, keeping the angle at
+  /// corner j (measured about the face normal) and the length of the edge from j to the third.
+  /// @param t     index of this face: entry 3 t + k of `uv` belongs to its corner k.
+  /// @param i,j   the known corners, one after the other in the winding; others give corner 0 as
+  ///              the third, and numbers outside 0 to 2 do nothing.
+  /// The three vectors are not used. Known corners in one place give the direction (1, 0).
+  void SetTexCoordM(int t, int i, int j, const float* unused1, const float* unused2,
+                    const float* unused3, const NodeArr& nodes, Point2DArr* uv) const;
   /// Draws the face with its flat normal in the current GL context. @param points indexed like the
   /// nodes. Tag and normal type play no part.
   void ShowM(const Point3DArr& points) const;
@@ -233,6 +243,26 @@ class ZEL_API TriangleArr {
   /// lists of fewer than three live faces.
   void GetMajorNormM(float* out) const;
 
+  // --- texture coordinates -----------------------------------------------------------------------
+
+  /// Unfolds the faces into the plane, each beside the one it was reached from across a shared
+  /// edge, so that every face keeps an edge length and a corner angle.
+  ///
+  /// Entry 3 t + k of `uv` belongs to corner k of face t; a node may get different coordinates in
+  /// different faces. The walk goes only to live faces that run along the shared edge in the
+  /// opposite direction. Where it cannot go on, it restarts from the lowest face that has edges
+  /// left to try; deleted faces take part in that. Delete tags are its working state: 37 and 38 on
+  /// a face tell how many edges have been tried, 30 that all have; the available count falls by
+  /// one for each face visited. Callers that need the list afterwards set the tags anew.
+  /// @param cs    where the walk begins: at a face around the node nearest to the x axis, laid
+  ///              into the x-y plane. An origin with x = -1e18 means none: then face 0 is first,
+  ///              its first corner at (0, 0).
+  /// @param[out] uv grows by 3 entries a face; entries of unreached faces keep what they held.
+  /// @return 1 when the walk ended normally or there are no faces; 0 when live faces remain out of
+  ///         reach, when no face to begin with was found, or at a face whose corners are no nodes.
+  /// Linear in the number of faces.
+  int GetTexCoordM(const XYCoordSysD& cs, Point2DArr* uv, const NodeArr& nodes);
+
   // --- plain files -----------------------------------------------------------------------------
 
   /// Reads a plain triangle list. Records that do not fit are dropped. @return 1.
@@ -245,7 +275,15 @@ class ZEL_API TriangleArr {
  private:
   using Faces = zel::IndexedSlots<TriangleCL, zel::FaceIndex<TriangleCL>>;
 
+  class UnfoldWalk;
+
   int fmReadOneTriangleM(FILE* file, int index);
+  /// @return the face to start from, or -2147483647.
+  int seedFirstFace(Point2DArr* uv, const NodeArr& nodes) const;
+  int seedAlongAxis(const XYCoordSysD& cs, Point2DArr* uv, const NodeArr& nodes) const;
+  /// Carries an edge's coordinates from one face to the next and places that one's third corner.
+  void setTextureCoordM(int from, int to, const int* edge, const float* z, const float* x,
+                        const float* y, const NodeArr& nodes, Point2DArr* uv);
 
   Faces faces_;
 };

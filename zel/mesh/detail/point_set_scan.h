@@ -1,0 +1,48 @@
+#pragma once
+
+#include <algorithm>
+
+#include "zel/containers/point3d_arr.h"
+#include "zel/core/constants.h"
+
+namespace zel {
+
+/// Calls visit(point, slot) for up to `k` available points from slot `start` upward; a negative
+/// `k` takes as many as there are slots.
+template <class Visit>
+void scanAvailable(const Point3DArr& points, int start, int k, Visit visit) {
+  const int bound = points.GetBoundM();
+  int left = k < 0 ? bound : k;
+  const auto* store = points.getCurrentItemPrtConstM();
+  for (int slot = std::max(start, 0); slot < bound && left > 0; ++slot) {
+    if (points.IsPntAvailableM(slot) == kTagAvailable) {
+      visit(static_cast<const float*>(store[slot]), slot);
+      --left;
+    }
+  }
+}
+
+/// Calls visit(point) for every point whose x lies above the mark's neighbourhood.
+template <class Visit>
+void scanAboveMark(const Point3DArr& points, Visit visit) {
+  const auto* store = points.getCurrentItemPrtConstM();
+  for (int slot = 0; slot < points.GetBoundM(); ++slot) {
+    if (store[slot][0] > kLiveNearMark) {
+      visit(static_cast<const float*>(store[slot]));
+    }
+  }
+}
+
+/// Widens [minimum, maximum] by a value; the first value sets both.
+inline void widenRange(float* range, float value, bool isFirst) {
+  if (isFirst) {
+    range[0] = value;
+    range[1] = value;
+  } else if (value > range[1]) {
+    range[1] = value;
+  } else if (value < range[0]) {
+    range[0] = value;
+  }
+}
+
+}  // namespace zel

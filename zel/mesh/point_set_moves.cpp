@@ -1,0 +1,28 @@
+// Moves of whole point sets: onto a plane, into a local coordinate system.
+
+#include <algorithm>
+
+#include "zel/containers/point3d_arr.h"
+#include "zel/geometry/detail/vectors.h"
+#include "zel/geometry/geometry.h"
+#include "zel/mesh/detail/point_set_scan.h"
+
+void Point3DArr::ProjectPntsToPlaneM(const float* p, const float* nrm) {
+  const float d = slGetPlaneEquation(p, nrm);
+  auto* store = getCurrentItemPrtM();
+  zel::scanAvailable(*this, 0, -1, [&](const float* point, int slot) {
+    float projected[3];
+    slProjectPntToPlane(nrm, d, point, projected);
+    std::copy_n(projected, 3, store[slot]);
+  });
+}
+
+void Point3DArr::TransToLocalCoordSysM(const XYCoordSysD& cs) {
+  auto* store = getCurrentItemPrtM();
+  zel::scanAvailable(*this, 0, -1, [&](const float* point, int slot) {
+    const zel::Vec3 v = zel::Vec3(point) - cs.origin;
+    store[slot][0] = zel::roundToFloat(zel::dot(v, cs.xAxis));
+    store[slot][1] = zel::roundToFloat(zel::dot(v, cs.yAxis));
+    store[slot][2] = zel::roundToFloat(zel::dot(v, cs.zAxis));
+  });
+}
