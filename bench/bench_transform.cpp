@@ -1,0 +1,113 @@
+// Moving all nodes of a mesh: records of 40 bytes with a point and a normal at the offsets that a
+// node has them, through one matrix. Beside the library's bulk form: its single calls in a loop,
+// the loop written by hand (double precision), Eigen in double and in single precision (the latter
+// rounds at every step and so gives other results), and a plain copy of the same memory.
+
+#include <benchmark/benchmark.h>
+
+#include <Eigen/Dense>
+#include <cstring>
+#include <vector>
+
+#include "zel/geometry/detail/transform_many.h"
+#include "zel/geometry/matrices.h"
+
+namespace {
+
+struct Node {
+  void* type;
+  char tag;
+  float point[3];
+  float normal[3];
+};
+
+constexpr float kMatrix[16]{0.36F, 0.48F, -0.8F, 0, -0.8F, 0.6F, 0, 0,
+                            0.48F, 0.64F, 0.6F,  0, 0.01F, 0.02F, 0.03F, 1};
+
+/// Runs `move(nodes)` on as many nodes as the benchmark's argument says.
+template <class Move>
+void perNode(benchmark::State& state, Move move) {
+  std::vector<Node> nodes(static_cast<std::size_t>(state.range(0)));
+  float value = 0.0F;
+  for (Node& node : nodes) {
+    for (int i = 0; i < 3; ++i) {
+      node.point[i] = value;
+      node.normal[i] = 1.0F - value;
+      value = value < 9.0F ? value + 0.01F : 0.0F;
+    }
+  }
+  for (auto _ : state) {
+    move(nodes);
+    benchmark::ClobberMemory();
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+  state.counters["per_node"] = benchmark::Counter(
+      static_cast<double>(state.range(0)),
+      benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+void nodesZelBulk(benchmark::State& state) {
+  perNode(state, [](std::vector<Node>& nodes) {
+    zel::transformPointsAndDirections(kMatrix, {nodes[0].point, nodes.size(), sizeof(Node)},
+                                      nodes[0].normal);
+  });
+}
+
+void nodesZelCalls(benchmark::State& state) {
+  perNode(state, [](std::vector<Node>& nodes) {
+    for (Node& node : nodes) {
+      slMatrix16MultiPoint3(kMatrix, node.point);
+      slMatrix16MultiVector3(kMatrix, node.normal);
+    }
+  });
+}
+
+void nodesByHand(benchmark::State& state) {
+  const auto turn = [](float* v, double move) {
+    const float* m = kMatrix;
+    const double x = v[0], y = v[1], z = v[2];
+    v[0] = static_cast<float>(m[0] * x + m[4] * y + m[8] * z + move * m[12]);
+    v[1] = static_cast<float>(m[1] * x + m[5] * y + m[9] * z + move * m[13]);
+    v[2] = static_cast<float>(m[2] * x + m[6] * y + m[10] * z + move * m[14]);
+  };
+  perNode(state, [turn](std::vector<Node>& nodes) {
+    for (Node& node : nodes) {
+      turn(node.point, 1.0);
+      turn(node.normal, 0.0);
+    }
+  });
+}
+
+template <class Real>
+void nodesEigen(benchmark::State& state) {
+  using Vector = Eigen::Matrix<Real, 3, 1>;
+  const Eigen::Map<const Eigen::Matrix4f> matrix(kMatrix);
+  const Eigen::Matrix<Real, 3, 3> block = matrix.topLeftCorner<3, 3>().cast<Real>();
+  const Vector move = matrix.topRightCorner<3, 1>().cast<Real>();
+  perNode(state, [&](std::vector<Node>& nodes) {
+    for (Node& node : nodes) {
+      Eigen::Map<Eigen::Vector3f> point(node.point), normal(node.normal);
+      const Vector p = point.cast<Real>(), n = normal.cast<Real>();
+      point = Vector(block * p + move).template cast<float>();
+      normal = Vector(block * n).template cast<float>();
+    }
+  });
+}
+
+void nodesPlainCopy(benchmark::State& state) {
+  std::vector<Node> target(static_cast<std::size_t>(state.range(0)));
+  perNode(state, [&](std::vector<Node>& nodes) {
+    std::memcpy(static_cast<void*>(target.data()), nodes.data(), nodes.size() * sizeof(Node));
+    benchmark::DoNotOptimize(target.data());
+  });
+}
+
+#define ZEL_NODE_COUNTS Arg(1000)->Arg(100000)->Arg(1000000)->Arg(4000000)
+BENCHMARK(nodesZelBulk)->ZEL_NODE_COUNTS;
+BENCHMARK(nodesZelCalls)->ZEL_NODE_COUNTS;
+BENCHMARK(nodesByHand)->ZEL_NODE_COUNTS;
+BENCHMARK(nodesEigen<double>)->ZEL_NODE_COUNTS;
+BENCHMARK(nodesEigen<float>)->ZEL_NODE_COUNTS;
+BENCHMARK(nodesPlainCopy)->ZEL_NODE_COUNTS;
+
+}  // namespace
