@@ -21,7 +21,7 @@ struct Node {
   float normal[3];
 };
 
-constexpr float kMatrix[16]{0.36F, 0.48F, -0.8F, 0, -0.8F, 0.6F, 0, 0,
+constexpr float kMatrix[16]{0.36F, 0.48F, -0.8F, 0, -0.8F, 0.6F,  0,     0,
                             0.48F, 0.64F, 0.6F,  0, 0.01F, 0.02F, 0.03F, 1};
 
 /// Runs `move(nodes)` on as many nodes as the benchmark's argument says.

@@ -40,24 +40,45 @@ EdgeCode horizontalEdge(float px, float py, const float* a, const float* b) {
   return between ? kOnEdge : kNoCrossing;
 }
 
-/// Counts how often the ray from a point toward +x crosses the edges of a polygon.
+/// Counts how often the ray from a point toward +x crosses the edges of a polygon, which is walked
+/// vertex by vertex.
 class RayCrossings {
  public:
-  explicit RayCrossings(const float* p) : x_(p[0]), y_(p[1]) {}
+  RayCrossings(const float* p, Point2 first)
+      : x_(p[0]), y_(p[1]), last_(first), lastSide_(side(first)) {}
 
-  void addEdge(const float* a, const float* b) {
+  void walkTo(Point2 next) {
+    const int nextSide = side(next);
+    // Most edges lie wholly above or below the ray, and then there is nothing to compute.
+    if (nextSide != lastSide_ || nextSide == 0) {
+      meet(next);
+    }
+    last_ = next;
+    lastSide_ = nextSide;
+  }
+  [[nodiscard]] bool isOnBoundary() const { return onBoundary_; }
+  [[nodiscard]] bool isInside() const { return odd_ && !onBoundary_; }
+  [[nodiscard]] Point2 last() const { return last_; }
+
+ private:
+  /// 1 above the ray, -1 below, 0 at its height (or nowhere).
+  [[nodiscard]] int side(Point2 vertex) const {
+    const float height = vertex[1] - y_;
+    return (height > kTolerance ? 1 : 0) - (height < -kTolerance ? 1 : 0);
+  }
+
+  void meet(Point2 next) {
     float hit[2];
     float t = 0.0F;
-    const int code = slRightInter(x_, y_, a, b, hit, &t);
+    const int code = slRightInter(x_, y_, last_.data(), next.data(), hit, &t);
     onBoundary_ = onBoundary_ || code == kOnEdge;
     // A crossing at the first vertex of an edge is left to the edge before it.
     odd_ ^= code == kAheadOnRay || (code == kCrossing && t > kTolerance);
   }
-  [[nodiscard]] bool isOnBoundary() const { return onBoundary_; }
-  [[nodiscard]] bool isInside() const { return odd_ && !onBoundary_; }
 
- private:
   float x_, y_;
+  Point2 last_;
+  int lastSide_;
   bool odd_ = false;
   bool onBoundary_ = false;
 };
@@ -72,16 +93,13 @@ int judgePolygon(int count, const float* p, VertexAt vertexAt) {
   if (count < 2) {
     return 0;
   }
-  RayCrossings crossings(p);
   const Point2 first = vertexAt(0);
-  Point2 last = first;
+  RayCrossings crossings(p, first);
   for (int i = 1; i < count && !crossings.isOnBoundary(); ++i) {
-    const Point2 next = vertexAt(i);
-    crossings.addEdge(last.data(), next.data());
-    last = next;
+    crossings.walkTo(vertexAt(i));
   }
-  if (!crossings.isOnBoundary() && !coincide(last, first)) {
-    crossings.addEdge(last.data(), first.data());
+  if (!crossings.isOnBoundary() && !coincide(crossings.last(), first)) {
+    crossings.walkTo(first);
   }
   return crossings.isInside() ? 1 : 0;
 }

@@ -9,9 +9,17 @@
 
 namespace zel {
 
-/// |x| above the tolerance, else 0; `slFabs`.
-inline float deadAbs(float x) { return x < -kTolerance ? -x : x > kTolerance ? x : 0.0F; }
-inline double deadAbs(double x) { return x < -kFineTolerance ? -x : x > kFineTolerance ? x : 0.0; }
+// Random signs would defeat branch prediction, so these are written to compile without branches.
+
+/// |x| above the tolerance, else 0, for NaN too; `slFabs`.
+inline float deadAbs(float x) {
+  const float magnitude = std::fabs(x);
+  return magnitude > kTolerance ? magnitude : 0.0F;
+}
+inline double deadAbs(double x) {
+  const double magnitude = std::fabs(x);
+  return magnitude > kFineTolerance ? magnitude : 0.0;
+}
 /// The float dead band on a value computed in double.
 inline float deadAbsF(double x) { return deadAbs(static_cast<float>(x)); }
 
@@ -19,7 +27,7 @@ inline float deadAbsF(double x) { return deadAbs(static_cast<float>(x)); }
 inline double root(double x) { return x >= kFineTolerance ? std::sqrt(x) : 0.0; }
 
 /// `slSign`.
-inline int signOf(float x) { return x > kTolerance ? 1 : x >= -kTolerance ? 0 : -1; }
+inline int signOf(float x) { return (x > kTolerance ? 1 : 0) - (x >= -kTolerance ? 0 : 1); }
 
 /// Cuts off toward zero; the smallest int when x is NaN or does not fit.
 inline int truncateToInt(double x) {
