@@ -19,8 +19,6 @@ constexpr int kLargestExpanded = 20;
 /// The minors of a matrix up to this size fit on the stack.
 constexpr int kLargestOnStack = 4;
 
-constexpr int kOutOfMemory = 40;
-
 /// Expansion along the first row of the minor that is left of m when only the columns in `columns`
 /// and the last rows, as many, are kept. `minors` holds the values of all smaller ones.
 float expandMinor(const float* m, int n, unsigned columns, const float* minors) {
@@ -116,7 +114,7 @@ float slValueOfTrainM(const float* m, int n) {
       return determinantByExpansion(m, n, minors.data());
     }
   } catch (const std::exception&) {
-    kwErrorMessage(kOutOfMemory);
+    kwErrorMessage(zel::kOutOfMemory);
     return 0.0F;
   }
   float minors[1U << kLargestOnStack];
