@@ -33,16 +33,20 @@ TEST(Picture, emptyPictureIsRefused) {
   EXPECT_THROW((void)zel::view::pngBytes(Picture{}), std::runtime_error);
 }
 
-TEST(Picture, shrinkingAveragesBlocks) {
+TEST(Picture, shrinkingAveragesBlocksWeightedByAlpha) {
   Picture picture{4, 2, {}};
-  for (const int value : {0, 100, 10, 20, 0, 100, 30, 43}) {
-    picture.rgba.insert(picture.rgba.end(), 4, static_cast<std::uint8_t>(value));
+  const std::uint8_t grey[] = {0, 100, 10, 20, 0, 100, 30, 43};
+  const std::uint8_t alpha[] = {255, 255, 255, 0, 255, 255, 255, 0};
+  for (std::size_t i = 0; i < 8; ++i) {
+    picture.rgba.insert(picture.rgba.end(), {grey[i], grey[i], grey[i], alpha[i]});
   }
   const Picture small = zel::view::shrunk(picture, 2);
   EXPECT_EQ(small.width, 2);
   EXPECT_EQ(small.height, 1);
   EXPECT_EQ(small.at(0, 0).red, 50);
-  EXPECT_EQ(small.at(1, 0).alpha, 26);  // 25.75 rounded
+  EXPECT_EQ(small.at(0, 0).alpha, 255);
+  EXPECT_EQ(small.at(1, 0).blue, 20);  // the transparent 20 and 43 do not count
+  EXPECT_EQ(small.at(1, 0).alpha, 128);
 }
 
 }  // namespace

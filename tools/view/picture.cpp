@@ -2,7 +2,6 @@
 
 #include <png.h>
 
-#include <array>
 #include <stdexcept>
 
 namespace zel::view {
@@ -56,6 +55,30 @@ class PngWriter {
   png_infop info_;
 };
 
+std::uint8_t quotient(unsigned sum, unsigned count) {
+  return static_cast<std::uint8_t>(count == 0 ? 0 : (sum + count / 2) / count);
+}
+
+// Colours count by their alpha, so that a transparent ground does not tint the edges before it.
+Colour meanOfBlock(const Picture& picture, int left, int top, int side) {
+  unsigned red = 0;
+  unsigned green = 0;
+  unsigned blue = 0;
+  unsigned alpha = 0;
+  for (int y = top; y < top + side; ++y) {
+    for (int x = left; x < left + side; ++x) {
+      const Colour sample = picture.at(x, y);
+      red += unsigned{sample.red} * sample.alpha;
+      green += unsigned{sample.green} * sample.alpha;
+      blue += unsigned{sample.blue} * sample.alpha;
+      alpha += sample.alpha;
+    }
+  }
+  const auto samples = static_cast<unsigned>(side * side);
+  return {quotient(red, alpha), quotient(green, alpha), quotient(blue, alpha),
+          quotient(alpha, samples)};
+}
+
 }  // namespace
 
 Colour Picture::at(int x, int y) const {
@@ -69,22 +92,10 @@ Picture shrunk(const Picture& picture, int factor) {
   Picture small{picture.width / factor, picture.height / factor, {}};
   small.rgba.reserve(static_cast<std::size_t>(small.width) *
                      static_cast<std::size_t>(small.height) * kChannels);
-  const std::size_t rowBytes = static_cast<std::size_t>(picture.width) * kChannels;
-  const int samples = factor * factor;
   for (int y = 0; y < small.height; ++y) {
     for (int x = 0; x < small.width; ++x) {
-      std::array<int, kChannels> sum{};
-      for (int dy = 0; dy < factor; ++dy) {
-        const std::uint8_t* sample =
-            &picture.rgba[static_cast<std::size_t>(y * factor + dy) * rowBytes +
-                          static_cast<std::size_t>(x * factor) * kChannels];
-        for (int k = 0; k < factor * kChannels; ++k) {
-          sum[static_cast<std::size_t>(k % kChannels)] += sample[k];
-        }
-      }
-      for (const int channel : sum) {
-        small.rgba.push_back(static_cast<std::uint8_t>((channel + samples / 2) / samples));
-      }
+      const Colour mean = meanOfBlock(picture, x * factor, y * factor, factor);
+      small.rgba.insert(small.rgba.end(), {mean.red, mean.green, mean.blue, mean.alpha});
     }
   }
   return small;

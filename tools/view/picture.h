@@ -23,7 +23,8 @@ struct Picture {
   [[nodiscard]] Colour at(int x, int y) const;
 };
 
-/// Averages blocks of `factor` x `factor` pixels into one, so that edges become smooth.
+/// Averages blocks of `factor` x `factor` pixels into one, colours weighted by alpha, so that edges
+/// become smooth.
 /// @param picture its sides are multiples of `factor`.
 [[nodiscard]] Picture shrunk(const Picture& picture, int factor);
 

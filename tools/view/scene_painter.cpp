@@ -1,0 +1,197 @@
+#include "tools/view/scene_painter.h"
+
+#include <GL/gl.h>
+
+#include "tools/view/lighting.h"
+
+namespace zel::view {
+namespace {
+
+constexpr float kEdgeWidth = 1.0F;
+constexpr float kBoundaryWidth = 2.5F;
+constexpr float kNormalWidth = 1.0F;
+constexpr float kPointSize = 3.0F;
+
+constexpr Colour kBoundaryColour{226, 74, 20, 255};
+constexpr Colour kNormalColour{30, 96, 190, 255};
+constexpr Colour kPointColour{70, 80, 100, 255};
+
+void setColour(const Colour& colour) {
+  glColor4ub(colour.red, colour.green, colour.blue, colour.alpha);
+}
+
+}  // namespace
+
+ScenePainter::ScenePainter(const SceneMesh& scene, const TextureImage& texture)
+    : scene_(scene), texture_(texture) {}
+
+ScenePainter::~ScenePainter() {
+  for (const unsigned list : lists_) {
+    if (list != 0) {
+      glDeleteLists(list, 1);
+    }
+  }
+  if (textureName_ != 0) {
+    glDeleteTextures(1, &textureName_);
+  }
+}
+
+void ScenePainter::draw(const DrawOptions& options, const Camera& camera, ViewSize size) {
+  glViewport(0, 0, size.width, size.height);
+  paintBackground(options.backgroundTop, options.backgroundBottom);
+  placeLights();
+  camera.loadProjection(size);
+  camera.loadModelView();
+  if (scene_.faces.empty()) {
+    drawPoints(kPointSize * options.lineScale);
+    return;
+  }
+  if (options.faces) {
+    drawFaces(options);
+  }
+  drawLines(options);
+}
+
+void ScenePainter::drawFaces(const DrawOptions& options) {
+  const bool textured = options.textured && !scene_.textureCoords.empty();
+  // Lines lie in the faces; pushed back, the faces do not cut them up.
+  glEnable(GL_POLYGON_OFFSET_FILL);
+  glPolygonOffset(1, 1);
+  setFaceMaterial(textured);
+  if (textured) {
+    if (textureName_ == 0) {
+      textureName_ = uploadTexture(texture_.isEmpty() ? checkerTexture() : texture_);
+    }
+    glEnable(GL_TEXTURE_2D);
+    glBindTexture(GL_TEXTURE_2D, textureName_);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    callLayer(kTexturedFaces);
+    glDisable(GL_TEXTURE_2D);
+  } else {
+    callLayer(options.smooth ? kSmoothFaces : kFlatFaces);
+  }
+  glDisable(GL_POLYGON_OFFSET_FILL);
+}
+
+void ScenePainter::drawLines(const DrawOptions& options) {
+  if (options.edges) {
+    glLineWidth(kEdgeWidth * options.lineScale);
+    setLineLight();
+    callLayer(kEdges);
+  }
+  glDisable(GL_LIGHTING);
+  if (options.boundary) {
+    glLineWidth(kBoundaryWidth * options.lineScale);
+    setColour(kBoundaryColour);
+    callLayer(kBoundary);
+  }
+  if (options.normals) {
+    glLineWidth(kNormalWidth * options.lineScale);
+    setColour(kNormalColour);
+    callLayer(kNormals);
+  }
+}
+
+void ScenePainter::callLayer(Layer layer) {
+  if (lists_[layer] == 0) {
+    record(layer);
+  }
+  glCallList(lists_[layer]);
+}
+
+void ScenePainter::record(Layer layer) {
+  if (layer >= kEdges) {
+    edgeLists();
+  }
+  lists_[layer] = glGenLists(1);
+  glNewList(lists_[layer], GL_COMPILE);
+  switch (layer) {
+    case kFlatFaces:
+      drawFlatFaces();
+      break;
+    case kSmoothFaces:
+      drawCorners(false);
+      break;
+    case kTexturedFaces:
+      drawCorners(true);
+      break;
+    case kEdges:
+      drawEdges(edges_.all);
+      break;
+    case kBoundary:
+      drawEdges(edges_.boundary);
+      break;
+    case kNormals:
+      drawNormals();
+      break;
+    case kLayers:
+      break;
+  }
+  glEndList();
+}
+
+void ScenePainter::drawFlatFaces() const {
+  for (const SceneFace& face : scene_.faces) {
+    face.triangle.ShowM(scene_.points);
+  }
+}
+
+void ScenePainter::drawCorners(bool textured) const {
+  const std::vector<Vector3> normals = cornerNormals(scene_);
+  glBegin(GL_TRIANGLES);
+  for (std::size_t f = 0; f < scene_.faces.size(); ++f) {
+    std::array<int, 3> corners{};
+    scene_.faces[f].triangle.GetTriangleM(corners.data());
+    for (std::size_t k = 0; k < 3; ++k) {
+      glNormal3fv(normals[3 * f + k].data());
+      if (textured) {
+        glTexCoord2fv(scene_.textureCoords[3 * f + k].data());
+      }
+      glVertex3fv(scene_.point(corners[k]).data());
+    }
+  }
+  glEnd();
+}
+
+void ScenePainter::drawEdges(const std::vector<Edge>& edges) const {
+  glBegin(GL_LINES);
+  for (const Edge& edge : edges) {
+    glVertex3fv(scene_.point(edge[0]).data());
+    glVertex3fv(scene_.point(edge[1]).data());
+  }
+  glEnd();
+}
+
+void ScenePainter::drawNormals() {
+  const float length = normalLength(scene_, edges_.all);
+  glBegin(GL_LINES);
+  for (const auto& [foot, normal] : normalsOf(scene_)) {
+    glVertex3fv(foot.data());
+    glVertex3f(foot[0] + length * normal[0], foot[1] + length * normal[1],
+               foot[2] + length * normal[2]);
+  }
+  glEnd();
+}
+
+void ScenePainter::drawPoints(float size) const {
+  glDisable(GL_LIGHTING);
+  glPointSize(size);
+  setColour(kPointColour);
+  glBegin(GL_POINTS);
+  for (const int node : scene_.shownNodes) {
+    glVertex3fv(scene_.point(node).data());
+  }
+  glEnd();
+}
+
+const EdgeLists& ScenePainter::edgeLists() {
+  if (!hasEdges_) {
+    edges_ = edgesOf(scene_);
+    hasEdges_ = true;
+  }
+  return edges_;
+}
+
+std::size_t ScenePainter::boundaryCount() { return edgeLists().boundary.size(); }
+
+}  // namespace zel::view
