@@ -185,6 +185,51 @@ TEST(CutArc, anglesHaveTheToleranceToSpare) {
   EXPECT_EQ(Crossings(c, 1).count, 0);
 }
 
+/// An arc of the zx plane filled from the ends of `c` in the direction of travel.
+TouchCurD refilled(const TouchCurD& c, int direction) {
+  Float3 from, to;
+  slGetStartPnt(&c, from.data());
+  slGetCurveEndPnt(&c, to.data());
+  TouchCurD filled;
+  slInitTouchCurD(&filled);
+  filled.type = 156;
+  filled.direction = direction;
+  slSetArcPara(&filled, from.data(), to.data(), c.centre, c.radius1);
+  return filled;
+}
+
+TEST(CutArc, mirroredArcRefilledFromItsEndsHasMirroredCrossings) {
+  RandomGeometry random(73);
+  int crossings = 0;
+  for (int round = 0; round < 2000; ++round) {
+    TouchCurD c = arc(1, 2, 3, static_cast<float>(random.number(0.1, 2.9)), 0);
+    c.endAng = static_cast<float>(random.number(3.3, 6.1));
+    const float angles[]{c.startAng, c.endAng};
+    for (float* p : {c.startPnt, c.endPnt}) {
+      const float angle = angles[p == c.endPnt];
+      p[0] = c.centre[0] + 3 * std::sin(angle);
+      p[2] = c.centre[2] + 3 * std::cos(angle);
+    }
+    c.type = 146;
+    c.direction = round % 2 == 0 ? 143 : 144;
+    TouchCurD original = refilled(c, c.direction);
+    TouchCurD image = c;
+    const float axis[]{0, 0, 0.5F};
+    slTouchCurDMirror(&image, axis, 0);
+    image = refilled(image, c.direction);
+    const float x = static_cast<float>(random.number(-1.9, 3.9));
+    const Crossings before(original, x);
+    const Crossings after(image, x);
+    ASSERT_EQ(before.count, after.count) << "round " << round;
+    float sum = 0;
+    for (int i = 0; i < before.count; ++i, ++crossings) {
+      sum += before.out[i][2] + after.out[i][2];
+    }
+    EXPECT_NEAR(sum, static_cast<float>(before.count), 1e-4);
+  }
+  EXPECT_GT(crossings, 2000);
+}
+
 TEST(KeepLineAbove, strictCrossingKeepsThePartToItsEnd) {
   for (const int type : {1, 164}) {
     const TouchCurD c = line({0, 9, 0}, {4, 9, 8}, type);
