@@ -8,6 +8,8 @@
 #include "zel/containers/int3d_arr.h"
 #include "zel/containers/int4d_arr.h"
 #include "zel/containers/int_arr.h"
+#include "zel/containers/kw_string.h"
+#include "zel/containers/kw_string_arr.h"
 #include "zel/containers/pixel_arr.h"
 #include "zel/containers/point2d_arr.h"
 #include "zel/containers/point3d_arr.h"

@@ -3,6 +3,7 @@
 #include "zel/containers/int2d_arr.h"
 #include "zel/containers/int4d_arr.h"
 #include "zel/containers/int_arr.h"
+#include "zel/containers/kw_string_arr.h"
 #include "zel/containers/point2d_arr.h"
 #include "zel/containers/point3d_arr.h"
 #include "zel/containers/real_arr.h"
@@ -73,3 +74,6 @@ int QuadArr::ExportQuadLstDBFileM(FILE* /*file*/) const { return 1; }
 
 void CharArr::FmInputZelLstM(KwIOCL* /*io*/) {}
 void CharArr::FmOutputZelLstM(KwIOCL* /*io*/, const char* /*name*/) const {}
+
+void KwStringArr::FmInputZelLstM(KwIOCL* /*io*/) {}
+void KwStringArr::FmOutputZelLstM(KwIOCL* /*io*/, const char* /*name*/) const {}
