@@ -157,6 +157,8 @@ TEST(LineIntersection, polygonCrossesOrTouchesAtAVertex) {
   EXPECT_EQ(slGetIntersectType(bottom, 4, 6, poly, 1), 2);
   EXPECT_EQ(slGetIntersectType(p, 0, 6, poly, 1), 1) << "before the first comes the last but one";
   EXPECT_EQ(slGetIntersectType(p, 5, 6, poly, 1), 1) << "after the last comes the second";
+  const float fromTop[4][2]{{1, 1}, {2, 0}, {0, 0}, {1, 1}};
+  EXPECT_EQ(slGetIntersectType(top, 0, 4, fromTop, 1), 2) << "the last point is the first again";
   EXPECT_EQ(slGetIntersectType(top, 1, 6, poly, 3), 2);
   EXPECT_EQ(slGetIntersectType(p, 1, 6, poly, 1), 1) << "a neighbour on the line is a crossing";
   for (const int vertex : {-7, 6, INT_MAX, INT_MIN}) {

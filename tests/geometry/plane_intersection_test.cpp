@@ -147,6 +147,9 @@ TEST(PlaneIntersection, parallelPlanesAreToldFromEqualOnes) {
   const float tilted[3]{0, 0.000101F, 1};
   EXPECT_EQ(slGetPlaneIntersectM(pa, kUp, near, tilted, pt, dir), 3);
   EXPECT_TRUE(std::isfinite(pt[1]));
+  const float twice[3]{0, 0, 2}, hardlyTilted[3]{0, 0.00006F, 1}, level[3]{1, 2, 3.00005F};
+  EXPECT_EQ(slGetPlaneIntersectM(pa, twice, level, hardlyTilted, pt, dir), 3);
+  EXPECT_EQ(widen(pt), widen(pa)) << "too flat to divide by: the first point is on both";
 }
 
 TEST(PlaneIntersection, commonPointPrefersZeroInXThenYThenZ) {
