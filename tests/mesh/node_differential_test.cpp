@@ -33,11 +33,12 @@ class NodeSequence {
   int pick(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random_); }
   int slot() { return model_.bound == 0 ? 0 : pick(model_.bound); }
 
-  // Few places, each blurred by up to the merge tolerance, so that chains of near points arise.
+  // Few places, each blurred by up to the merge tolerance, so that chains of near points and
+  // exact twins arise.
   std::array<float, 3> place() {
     std::array<float, 3> point;
     for (float& x : point) {
-      x = static_cast<float>(pick(6)) * 0.5F + static_cast<float>(pick(7)) * 2.5e-5F;
+      x = static_cast<float>(pick(4)) * 0.5F + static_cast<float>(pick(3)) * 4e-5F;
     }
     const int odd = pick(200);
     if (odd < 4) {

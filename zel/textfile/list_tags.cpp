@@ -1,12 +1,14 @@
 #include "zel/textfile/list_tags.h"
 
-#include "zel/textfile/detail/tag_texts.h"
+#include <initializer_list>
+#include <string_view>
+
 #include "zel/textfile/detail/text_view.h"
 
 namespace {
 
-int writeTag(char* out, const zel::TagText& tag, const char* name) {
-  for (const std::string_view part : {tag.head, zel::viewOf(name), tag.tail}) {
+int joinText(char* out, std::initializer_list<std::string_view> parts) {
+  for (const std::string_view part : parts) {
     zel::copyText(out, part);
     out += part.size();
   }
@@ -15,8 +17,14 @@ int writeTag(char* out, const zel::TagText& tag, const char* name) {
 
 }  // namespace
 
-int slGetArrBeginStr(char* out, const char* name) { return writeTag(out, zel::kBeginTag, name); }
+int slGetArrBeginStr(char* out, const char* name) {
+  return joinText(out, {zel::viewOf(name), "_LIST_BEGIN"});
+}
 
-int slGetArrIndexStr(char* out, const char* name) { return writeTag(out, zel::kIndexTag, name); }
+int slGetArrIndexStr(char* out, const char* name) {
+  return joinText(out, {"INDEX_OF_", zel::viewOf(name), "_LIST"});
+}
 
-int slGetArrEndStr(char* out, const char* name) { return writeTag(out, zel::kEndTag, name); }
+int slGetArrEndStr(char* out, const char* name) {
+  return joinText(out, {zel::viewOf(name), "_LIST_END"});
+}

@@ -70,8 +70,14 @@ inline bool liesWithin(const FaceRecord<3>& face, const int* nodes) {
 /// particular order, until it says yes. @return whether it did.
 template <class Face, class IsEnough>
 bool anyFaceWithin(const FaceSlots<Face>& faces, const int* nodes, IsEnough isEnough) {
+  const auto matches = [&](int slot) {
+    return slot < faces.bound() && liesWithin(faces[slot].record(), nodes) && isEnough(slot);
+  };
+  if (FaceIndex<Face>* index = faces.index(); index != nullptr) {
+    return index->anyWithin(faces.data(), faces.bound(), nodes, matches);
+  }
   for (int slot = 0; slot < faces.bound(); ++slot) {
-    if (liesWithin(faces[slot].record(), nodes) && isEnough(slot)) {
+    if (matches(slot)) {
       return true;
     }
   }
@@ -81,6 +87,9 @@ bool anyFaceWithin(const FaceSlots<Face>& faces, const int* nodes, IsEnough isEn
 /// The lowest slot whose tag is neither 30 nor 31, or kNoIndex.
 template <class Face>
 int firstOddTag(const FaceSlots<Face>& faces) {
+  if (FaceIndex<Face>* index = faces.index(); index != nullptr) {
+    return index->firstOddTag(faces.data(), faces.bound());
+  }
   for (int slot = 0; slot < faces.bound(); ++slot) {
     if (isOddTag(faces[slot].IsAvailableM())) {
       return slot;

@@ -3,47 +3,58 @@
 /// @file
 /// The index of a node list.
 
-#include "zel/core/constants.h"
-#include "zel/geometry/geometry.h"
+#include "zel/mesh/detail/exposed_slots.h"
 #include "zel/mesh/detail/indexed_slots_impl.h"
+#include "zel/mesh/detail/nearest_tree.h"
+#include "zel/mesh/detail/node_grid.h"
 #include "zel/mesh/node.h"
 
 namespace zel {
 
+/// Answers the two searches of a node list by position.
+///
+/// The grid holds exactly the live slots below the bound that nobody holds a reference of. The
+/// tree holds slots as they were when it was built; those that changed since are kept in a list.
 class NodeIndex {
  public:
-  bool expose(const NodeCL*, int, int) { return true; }
-  void forget(const NodeCL*, int) {}
-  void learn(const NodeCL*, int, bool) {}
-  void drop() {}
-  void storeMoved(const NodeCL*, int) {}
+  // What IndexedSlots tells; see there.
+  [[nodiscard]] bool expose(const NodeCL* nodes, int slot, int bound);
+  void forget(const NodeCL* nodes, int slot);
+  void learn(const NodeCL* nodes, int slot, bool isInList);
+  void drop();
+  void storeMoved(const NodeCL* nodes, int bound);
+
+  /// The lowest live node equal to p, or kNoIndex.
+  [[nodiscard]] int lowestAt(const NodeCL* nodes, int bound, const float* p);
+  /// The nearest live node, or kNoIndex.
+  [[nodiscard]] int nearestTo(const NodeCL* nodes, int bound, const float* p);
+
+ private:
+  [[nodiscard]] bool hasGrid(const NodeCL* nodes, int bound);
+  void giveUpGrid();
+  void buildGrid(const NodeCL* nodes, int bound);
+  [[nodiscard]] bool hasTree(const NodeCL* nodes, int bound);
+  void noteChange(int slot);
+
+  ExposedSlots exposed_;
+
+  NodeGrid grid_;
+  bool isGridBuilt_ = false;
+  WalkBudget gridBudget_{4};
+  bool isGridInVain_ = false;  ///< tried, and not worth trying again until the store moves
+
+  NearestTree tree_;
+  bool isTreeBuilt_ = false;
+  std::vector<int> changed_;  ///< since the tree was built; slots may repeat
+  int treeBound_ = 0;
+  WalkBudget treeBudget_{32};
 };
 
 using NodeSlots = IndexedSlots<NodeCL, NodeIndex>;
 
-inline int firstNodeAt(const NodeSlots& nodes, const float* p) {
-  for (int slot = 0; slot < nodes.bound(); ++slot) {
-    if (nodes.isLive(slot) && slIsEqualPoint3D(nodes[slot].point(), p) == 1) {
-      return slot;
-    }
-  }
-  return kNoIndex;
-}
-
-inline int nearestNode(const NodeSlots& nodes, const float* p) {
-  float best = kInfinity;
-  int nearest = kNoIndex;
-  for (int slot = 0; slot < nodes.bound(); ++slot) {
-    if (!nodes.isLive(slot)) {
-      continue;
-    }
-    const float distance = slDistance3(nodes[slot].point(), p);
-    if (distance < best) {
-      best = distance;
-      nearest = slot;
-    }
-  }
-  return nearest;
-}
+/// The lowest live node equal to p, or kNoIndex.
+[[nodiscard]] int firstNodeAt(const NodeSlots& nodes, const float* p);
+/// The nearest live node, the lowest of equals, or kNoIndex.
+[[nodiscard]] int nearestNode(const NodeSlots& nodes, const float* p);
 
 }  // namespace zel
