@@ -95,6 +95,25 @@ TEST(SetArcPara, noRadiusMeansAFullTurn) {
   }
 }
 
+/// Sweep of a forward arc of the xy plane about the origin.
+float sweepOf(Float3 p1, Float3 p2, float r) {
+  const float centre[]{0, 0, 0};
+  TouchCurD c;
+  slInitTouchCurD(&c);
+  c.type = 154;
+  c.direction = 143;
+  slSetArcPara(&c, p1.data(), p2.data(), centre, r);
+  return c.endAng - c.startAng;
+}
+
+TEST(SetArcPara, chordWithoutLengthOrAlongTheRadiusMeansAFullTurn) {
+  const float tiny = 0.0008F;  // 0.1 rad of it are closer than the tolerance
+  EXPECT_NEAR(sweepOf({tiny * std::cos(0.5F), tiny * std::sin(0.5F), 0},
+                      {tiny * std::cos(0.6F), tiny * std::sin(0.6F), 0}, tiny),
+              2 * M_PI + 0.1, 1e-3);
+  EXPECT_EQ(sweepOf({0, 1, 0}, {0, 1.5F, 0}, 1), kTwoPi);
+}
+
 TEST(SetArcPara, climbAlongTheNormalMakesAHelix) {
   const PlaneArc aboutX(155, 143, 0.5, 2.0, 6.0F);
   EXPECT_EQ(aboutX.record.type, 158);

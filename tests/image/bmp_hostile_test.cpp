@@ -8,6 +8,7 @@
 #endif
 
 #include <cstdlib>
+#include <filesystem>
 #include <optional>
 #include <random>
 
@@ -111,6 +112,7 @@ class BmpHostile : public testing::Test {
   /// Loads `file` by every loader and compares with the model. @return whether it was accepted.
   bool agreesWithModel(const std::string& file) const {
     const std::string path = dir_.file("hostile.bmp");
+    std::filesystem::remove(path);  // some file systems flush a file that is overwritten
     zel::test::writeFile(path, file);
     const std::optional<Header> header = acceptedHeader(file);
     expectRaw(path, header.has_value());
@@ -212,6 +214,21 @@ TEST_F(BmpHostile, everyDepthWithEverySmallFile) {
     for (std::size_t count = 0; count <= 200 - 54; count += 5) {
       parts.pixels.assign(count, '\x5A');
       agreesWithModel(parts.bytes());
+    }
+  }
+}
+
+TEST_F(BmpHostile, everyWidthEndsWithItsLastPixel) {
+  for (const int bits : {1, 4, 8, 24}) {
+    for (std::int32_t width = 1; width <= 70; ++width) {
+      BmpParts parts{.width = width, .height = 2, .bitCount = static_cast<std::uint16_t>(bits)};
+      const int stride = bits == 24 ? (3 * width + 3) / 4 * 4 : (width * bits + 7) / 8;
+      const int last = (width * bits + 7) / 8;
+      for (int i = 0; i < stride + last; ++i) {
+        parts.pixels += static_cast<char>(41 * i + 7);
+      }
+      parts.sizeImage = static_cast<std::uint32_t>(parts.pixels.size());
+      EXPECT_TRUE(agreesWithModel(parts.bytes())) << bits << " bits, width " << width;
     }
   }
 }
