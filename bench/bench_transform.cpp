@@ -1,16 +1,18 @@
 // Moving all nodes of a mesh: records of 40 bytes with a point and a normal at the offsets that a
-// node has them, through one matrix. Beside the library's bulk form: its single calls in a loop,
+// node has them, through one matrix. Beside `NodeArr::TransByMatrixM`: the single calls in a loop,
 // the loop written by hand (double precision), Eigen in double and in single precision (the latter
 // rounds at every step and so gives other results), and a plain copy of the same memory.
 
 #include <benchmark/benchmark.h>
 
 #include <Eigen/Dense>
+#include <cstdint>
 #include <cstring>
 #include <vector>
 
-#include "zel/geometry/detail/transform_many.h"
+#include "zel/core/constants.h"
 #include "zel/geometry/matrices.h"
+#include "zel/mesh/node.h"
 
 namespace {
 
@@ -24,10 +26,8 @@ struct Node {
 constexpr float kMatrix[16]{0.36F, 0.48F, -0.8F, 0, -0.8F, 0.6F,  0,     0,
                             0.48F, 0.64F, 0.6F,  0, 0.01F, 0.02F, 0.03F, 1};
 
-/// Runs `move(nodes)` on as many nodes as the benchmark's argument says.
-template <class Move>
-void perNode(benchmark::State& state, Move move) {
-  std::vector<Node> nodes(static_cast<std::size_t>(state.range(0)));
+std::vector<Node> makeNodes(std::int64_t count) {
+  std::vector<Node> nodes(static_cast<std::size_t>(count));
   float value = 0.0F;
   for (Node& node : nodes) {
     for (int i = 0; i < 3; ++i) {
@@ -36,8 +36,14 @@ void perNode(benchmark::State& state, Move move) {
       value = value < 9.0F ? value + 0.01F : 0.0F;
     }
   }
+  return nodes;
+}
+
+/// Times `move()`, which moves as many nodes as the benchmark's argument says.
+template <class Move>
+void time(benchmark::State& state, Move move) {
   for (auto _ : state) {
-    move(nodes);
+    move();
     benchmark::ClobberMemory();
   }
   state.SetItemsProcessed(state.iterations() * state.range(0));
@@ -46,11 +52,21 @@ void perNode(benchmark::State& state, Move move) {
       benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
+/// Times `move(nodes)` on plain records.
+template <class Move>
+void perNode(benchmark::State& state, Move move) {
+  std::vector<Node> nodes = makeNodes(state.range(0));
+  time(state, [&] { move(nodes); });
+}
+
 void nodesZelBulk(benchmark::State& state) {
-  perNode(state, [](std::vector<Node>& nodes) {
-    zel::transformPointsAndDirections(kMatrix, {nodes[0].point, nodes.size(), sizeof(Node)},
-                                      nodes[0].normal);
-  });
+  NodeArr list(static_cast<int>(state.range(0)));
+  NodeCL node(zel::kTagAvailable);
+  for (const Node& source : makeNodes(state.range(0))) {
+    node.SetNodeM(source.point, source.normal);
+    list.AddItemM(node);
+  }
+  time(state, [&] { list.TransByMatrixM(kMatrix); });
 }
 
 void nodesZelCalls(benchmark::State& state) {

@@ -1,16 +1,27 @@
 // Adding, merging, reordering and moving nodes.
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <new>
 #include <vector>
 
 #include "zel/containers/int_arr.h"
+#include "zel/geometry/detail/transform_many.h"
 #include "zel/geometry/geometry.h"
 #include "zel/mesh/detail/indexed_slots_impl.h"
 #include "zel/mesh/detail/node_index.h"
 #include "zel/mesh/node.h"
 #include "zel/mesh/triangle.h"
+
+namespace {
+
+/// The positions of the first `bound` nodes.
+zel::VectorRun positions(NodeCL* store, int bound) {
+  return {store->point(), static_cast<std::size_t>(std::max(bound, 0)), sizeof(NodeCL)};
+}
+
+}  // namespace
 
 int NodeArr::MergeNodeLstM(const NodeCL& node, int* idx) {
   const int found = zel::firstNodeAt(nodes_, node.point());
@@ -125,16 +136,12 @@ void NodeArr::InverseMeshNodeLstM(int rows, int cols) {
 
 void NodeArr::TransByMatrixM(const float* matrix) {
   NodeCL* store = nodes_.changeAll().data();
-  for (int slot = 0; slot < nodes_.bound(); ++slot) {
-    store[slot].TransByMatrixM(matrix);
-  }
+  zel::transformPointsAndDirections(matrix, positions(store, nodes_.bound()), store->normal());
 }
 
 void NodeArr::ScaleM(const float* matrix) {
   NodeCL* store = nodes_.changeAll().data();
-  for (int slot = 0; slot < nodes_.bound(); ++slot) {
-    slMatrix16MultiPoint3(matrix, store[slot].point());
-  }
+  zel::transformPoints(matrix, positions(store, nodes_.bound()));
 }
 
 int NodeArr::ExtendByRotateToCircleM(int n, const float* p, const float* dir) {
