@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstddef>
 #include <cstring>
 
 #include "zel/core/memory.h"
@@ -62,7 +63,7 @@ void storeRow(const unsigned char* rgb, int width, unsigned char* row) {
   } else {
     for (int column = 0; column < width; ++column) {
       std::uint32_t pixel;
-      std::memcpy(&pixel, rgb + 3 * column, sizeof pixel);
+      std::memcpy(&pixel, rgb + std::ptrdiff_t{3} * column, sizeof pixel);
       pixel |= 0xFF000000U;
       std::memcpy(row + sizeof pixel * static_cast<std::size_t>(column), &pixel, sizeof pixel);
     }

@@ -10,7 +10,7 @@ constexpr std::int64_t kInfoHeaderBytes = sizeof(BITMAPINFOHEADER);
 constexpr std::int64_t kFullTableBytes = 256 * sizeof(RGBQUAD);
 constexpr std::int64_t kMaxSide = 65535;
 /// Rows are decoded in portions that stay in the processor's cache.
-constexpr std::int64_t kChunkBytes = 128 * 1024;
+constexpr std::int64_t kChunkBytes = 131072;
 
 bool readExactly(std::FILE* file, void* target, std::int64_t count) {
   const auto bytes = static_cast<std::size_t>(count);
