@@ -9,7 +9,6 @@
 #include "zel/geometry/rotations.h"
 
 using zel::kTolerance;
-using zel::Vec3;
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "zel/geometry/matrices.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "zel/core/constants.h"
 #include "zel/geometry/detail/matrices.h"
@@ -16,9 +17,10 @@ constexpr double kIdentityTolerance = 16.0 * kTolerance;
 
 /// m v, rounded once per component. `rowStep` and `columnStep` say how m is laid out, so that the
 /// transposed product is the same code.
-void multiplyVector4(const float m[16], int rowStep, int columnStep, float v[4]) {
+void multiplyVector4(const float m[16], std::ptrdiff_t rowStep, std::ptrdiff_t columnStep,
+                     float v[4]) {
   const double x = v[0], y = v[1], z = v[2], w = v[3];
-  for (int row = 0; row < 4; ++row) {
+  for (std::ptrdiff_t row = 0; row < 4; ++row) {
     const float* r = m + row * rowStep;
     v[row] = static_cast<float>(r[0] * x + r[columnStep] * y + r[2 * columnStep] * z +
                                 r[3 * columnStep] * w);
@@ -26,7 +28,7 @@ void multiplyVector4(const float m[16], int rowStep, int columnStep, float v[4])
 }
 
 void fillColumns(const float (*points)[3], float m[16]) {
-  for (int i = 0; i < 4; ++i) {
+  for (std::ptrdiff_t i = 0; i < 4; ++i) {
     std::copy_n(points[i], 3, m + 4 * i);
     m[4 * i + 3] = 1.0F;
   }
@@ -48,7 +50,7 @@ void slGenerateMoveMatrix(const float v[3], float scale, float m[16]) {
 
 void slGenScaleMatrix(const float centre[3], const float s[3], float m[16]) {
   slSetIdentity(m);
-  for (int i = 0; i < 3; ++i) {
+  for (std::ptrdiff_t i = 0; i < 3; ++i) {
     m[5 * i] = s[i];
     m[12 + i] = static_cast<float>((1.0 - s[i]) * centre[i]);
   }

@@ -5,8 +5,6 @@
 #include "zel/geometry/detail/matrices.h"
 #include "zel/geometry/matrices.h"
 
-using zel::Vec3;
-
 namespace {
 
 /// The identity with the 3x3 block of `motion`, transposed or not.
