@@ -20,14 +20,14 @@ struct Light {
 
 // A warm key light from the upper left, a cool fill from the right, a rim from behind.
 constexpr std::array<Light, 3> kLights{{
-    {GL_LIGHT0, {-0.45F, 0.65F, 0.75F, 0}, {0.72F, 0.70F, 0.66F, 1}, {0.25F, 0.25F, 0.25F, 1}},
+    {GL_LIGHT0, {-0.45F, 0.65F, 0.75F, 0}, {0.82F, 0.79F, 0.74F, 1}, {0.25F, 0.25F, 0.25F, 1}},
     {GL_LIGHT1, {0.85F, 0.10F, 0.45F, 0}, {0.22F, 0.25F, 0.31F, 1}, {0, 0, 0, 1}},
     {GL_LIGHT2, {0.20F, 0.55F, -0.80F, 0}, {0.28F, 0.28F, 0.30F, 1}, {0.10F, 0.10F, 0.10F, 1}},
 }};
 
-constexpr Rgba kAmbient{0.26F, 0.27F, 0.30F, 1};
+constexpr Rgba kAmbient{0.25F, 0.26F, 0.29F, 1};
 constexpr Rgba kLineLight{0.45F, 0.48F, 0.55F, 1};
-constexpr Rgba kClay{0.86F, 0.80F, 0.72F, 1};
+constexpr Rgba kClay{0.87F, 0.79F, 0.69F, 1};
 constexpr Rgba kInside{0.72F, 0.42F, 0.36F, 1};
 constexpr Rgba kWhite{0.95F, 0.95F, 0.95F, 1};
 constexpr Rgba kGloss{0.35F, 0.35F, 0.35F, 1};

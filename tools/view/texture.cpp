@@ -51,17 +51,18 @@ TextureImage loadTexture(const std::string& file) {
 }
 
 TextureImage checkerTexture() {
-  constexpr int kSide = 256;
+  constexpr int kSide = 512;
   constexpr int kSquare = 32;
+  constexpr int kShift = 85;
   TextureImage image{kSide, kSide, {}};
   for (int y = 0; y < kSide; ++y) {
     for (int x = 0; x < kSide; ++x) {
       // Redder along u and greener along v, so that the directions can be told apart.
       const bool isLight = (x / kSquare + y / kSquare) % 2 == 0;
-      const int base = isLight ? 200 : 90;
-      image.rgba.push_back(static_cast<std::uint8_t>(base + x * 50 / kSide));
-      image.rgba.push_back(static_cast<std::uint8_t>(base + y * 50 / kSide));
-      image.rgba.push_back(static_cast<std::uint8_t>(isLight ? 225 : 130));
+      const int base = isLight ? 170 : 70;
+      image.rgba.push_back(static_cast<std::uint8_t>(base + x * kShift / kSide));
+      image.rgba.push_back(static_cast<std::uint8_t>(base + y * kShift / kSide));
+      image.rgba.push_back(static_cast<std::uint8_t>(isLight ? 215 : 120));
       image.rgba.push_back(255);
     }
   }
