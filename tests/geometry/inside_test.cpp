@@ -87,6 +87,15 @@ TEST(InsideTests, squareIsOpenOrClosedAndItsEdgesAreOutside) {
 TEST(InsideTests, rayThroughAVertexMissesBothEdges) {
   EXPECT_EQ(inPolygon({{1, 0}, {0, 1}, {-1, 0}, {0, -1}}, {0, 0}), 0);
   EXPECT_EQ(inPolygon({{0, 0}, {1, 0}, {1, 1}, {0, 1}}, {-1, 0}), 1);
+  EXPECT_EQ(inPolygon({{3, 2}, {4, 2}, {4, 3}, {3, 3}, {3, 2.00009F}}, {-1, 2}), 1);
+}
+
+TEST(InsideTests, crossingNearTheStartOfALongEdgeIsNotCounted) {
+  std::vector<Point> tower{{2, 0}, {2, 10000}, {-2, 10000}, {-2, 0}};
+  EXPECT_EQ(inPolygon(tower, {0, 0.5F}), 0);  // 0.00005 along the right edge
+  EXPECT_EQ(inPolygon(tower, {0, 1.5F}), 1);
+  std::reverse(tower.begin(), tower.end());
+  EXPECT_EQ(inPolygon(tower, {0, 0.5F}), 1);
 }
 
 TEST(InsideTests, oneEdgeGivesEachOfItsCodes) {
@@ -97,6 +106,8 @@ TEST(InsideTests, oneEdgeGivesEachOfItsCodes) {
   EXPECT_EQ(code({2, 1}, {5, 1.00005F}), 3);
   EXPECT_EQ(code({0, 1}, {5, 1}), 2);
   EXPECT_EQ(code({1, 1}, {5, 1}), 4);  // the point is an end of the edge
+  EXPECT_EQ(code({0, 1}, {1, 1}), 4);
+  EXPECT_EQ(code({5, 1}, {0, 1}), 2);
   EXPECT_EQ(code({-1, 1}, {0, 1}), 4);
   EXPECT_EQ(code({2, 1.5F}, {5, 1.5F}), 4);
   EXPECT_EQ(code({2, 1}, {2, 3}), 4);  // starts at the height of the ray
@@ -123,11 +134,15 @@ TEST(InsideTests, triangleEdgesBelongToOneOrientation) {
 TEST(InsideTests, quadrilateralsAgreeWithTheWindingAngle) {
   RandomGeometry random(92);
   for (int repeat = 0; repeat < 5000; ++repeat) {
-    const std::vector<Point> q = star(random, 4);
-    const Point p{static_cast<float>(random.number(-2, 2)),
-                  static_cast<float>(random.number(-2, 2))};
+    std::vector<Point> q = star(random, 4);
+    for (Point& corner : q) {
+      corner[0] += 10;
+      corner[1] -= 7;
+    }
+    const Point p{static_cast<float>(random.number(8, 12)),
+                  static_cast<float>(random.number(-9, -5))};
     const double turns = turnsAbout(q, p);
-    if (std::abs(std::abs(turnsAbout(q, {0, 0})) - 1.0) > 1e-3) {
+    if (std::abs(std::abs(turnsAbout(q, {10, -7})) - 1.0) > 1e-3) {
       continue;  // not simple
     }
     EXPECT_EQ(
@@ -194,7 +209,11 @@ TEST(Circumcentres, linearSystemRefusesADeterminantAtTheTolerance) {
 
 TEST(Circumcentres, triangleOnlyNeedsThreeDifferentVertices) {
   const float o[3]{0, 0, 0}, x[3]{1, 0, 0}, two[3]{2, 0, 0}, close[3]{0.0001F, 0.0001F, 0.0001F};
+  const float back[3]{-1, 0, 0};
   EXPECT_EQ(slJudgeIsTriangle(o, x, two), 1);
+  EXPECT_EQ(slJudgeIsTriangle(back, x, o), 1);
+  EXPECT_EQ(slJudgeIsTriangle(x, o, x), 0);
+  EXPECT_EQ(slJudgeIsTriangle(x, two, two), 0);
   EXPECT_EQ(slJudgeIsTriangle(o, x, o), 0);
   EXPECT_EQ(slJudgeIsTriangle(o, close, x), 0);
 }
@@ -208,6 +227,20 @@ TEST(Circumcentres, polygonCentreLeavesOutTheLastTwoPoints) {
   for (const int count : {2, 0, -1}) {
     slPolygenCenterM(square + 2, count, out);
     EXPECT_EQ(out[0], 0.0F);
+  }
+}
+
+TEST(InsideTests, hugeAndMissingValuesEndInAResult) {
+  for (const float value : {NAN, INFINITY, 3e38F}) {
+    const std::vector<Point> polygon{{0, 0}, {value, 0}, {value, value}, {-value, 3}};
+    for (const Point p : {Point{1, 1}, Point{value, 1}, Point{1, value}, Point{value, value}}) {
+      EXPECT_LE(inPolygon(polygon, p), 1);
+      slIsPntInsideOfTrapezium(p.data(), polygon[0].data(), polygon[1].data(), polygon[2].data(),
+                               polygon[3].data());
+      const float bad[3]{p[0], p[1], value}, o[3]{0, 0, 0}, x[3]{1, 0, 0};
+      float centre[3], radius;
+      slCircumCenter3D(bad, o, x, centre, &radius);
+    }
   }
 }
 

@@ -67,11 +67,12 @@ TEST(Lines, coincidentPointsAreNoLine) {
 }
 
 TEST(Lines, footOnAShortSegmentIsItsStart) {
-  const float a[2]{1, 1}, close[2]{1.005F, 1}, far[2]{1.0101F, 1}, p[2]{3, 3};
+  const float a[2]{1, 2}, close[2]{1.005F, 2}, far[2]{1.0101F, 2}, p[2]{3, 3};
   float foot[2], t;
   EXPECT_EQ(slGetLineFoot(a, close, p, foot, &t), 1);
   EXPECT_EQ(t, 1.0F);
   EXPECT_EQ(foot[0], 1.0F);
+  EXPECT_EQ(foot[1], 2.0F);
   EXPECT_EQ(slGetLineFoot(a, far, p, foot, &t), 1);
   EXPECT_NEAR(foot[0], 3.0F, 1e-4F);
 }
@@ -202,6 +203,16 @@ TEST(LinePairs, crossingReachesFurtherBeyondTheFirstSegment) {
   EXPECT_GT(crossing(0.00021, 1), 0.0F);
   EXPECT_EQ(crossing(-0.5, -0.00009), 0.0F);
   EXPECT_GT(crossing(-0.5, -0.0003), 0.0F);
+}
+
+TEST(LinePairs, skewCrossingJustBeyondTheEndKeepsDistanceZero) {
+  const auto skew = [](double beyond) {
+    return segments({0, 0, 0}, {1, 0, 0}, {1 + beyond, -1, 3}, {1 + beyond, 1, 3});
+  };
+  EXPECT_EQ(skew(0.00005).dist, 3.0F);
+  EXPECT_EQ(skew(0.00015).code, 3);
+  EXPECT_EQ(skew(0.00015).dist, 0.0F);  // accepted in the plane, too far for the height
+  EXPECT_GT(skew(0.01).dist, 0.0F);
 }
 
 TEST(LinePairs, parallelDirectionsFallBackToThePoint) {

@@ -133,6 +133,8 @@ TEST(Scalars, remainderKeepsWholeTurns) {
   EXPECT_EQ(slMod(-360.0F, 360.0F), 360.0F);
   EXPECT_NEAR(slMod(-359.999F, 360.0F), 0.00100851F, 1e-8F);
   EXPECT_NEAR(slMod(400.0F, 360.0F), 40.0F, 1e-4F);
+  EXPECT_NEAR(slMod(0.01F, 360.0F), 0.01F, 1e-8F);
+  EXPECT_NEAR(slMod(-0.01F, 360.0F), -0.01F, 1e-8F);
   EXPECT_TRUE(std::isnan(slMod(1.0F, 0.0F)));
 }
 

@@ -54,7 +54,8 @@ TEST(Lengths, squaresAreFormedInDoublePrecision) {
 }
 
 TEST(Normalizing, degenerateVectorsBecomeTheFirstAxis) {
-  float v[3]{0.00005F, 0.0F, 0.0F};
+  float v[3]{0.0F, kTolerance, 2.5e-8F};
+  EXPECT_EQ(slNorm2(v), kTolerance);
   EXPECT_EQ(slNormalize(v), 0);
   EXPECT_EQ(v[0], 1.0F);
   double d[3]{0.0, 0.0001, 0.0};
@@ -135,7 +136,8 @@ TEST(Vectors, perpendicularOfAnAxisTriesXFirst) {
 }
 
 TEST(Vectors, parallelMeansSineBelowTheTolerance) {
-  const float x[3]{2, 0, 0}, opposite[3]{-5, 0, 0}, tiny[3]{kTolerance, 0, 0};
+  const float x[3]{2, 0, 0}, opposite[3]{-5, 0, 0};
+  const float tiny[3]{kTolerance, 0, 2.5e-8F};  // its length rounds to the tolerance itself
   const float barely[3]{1.0F, 0.00009F, 0.0F}, hardly[3]{1.0F, 0.00011F, 0.0F};
   EXPECT_EQ(slVectParallel(x, opposite), 1);
   EXPECT_EQ(slVectParallel(x, barely), 1);
@@ -161,7 +163,7 @@ TEST(Vectors, dominantAxisPrefersTheLowerIndex) {
 }
 
 TEST(Vectors, angleLeavesTheDotProductWhenThereIsNone) {
-  const float tiny[3]{kTolerance, 0, 0}, x[3]{2, 0, 0}, y[3]{0, 3, 0};
+  const float tiny[3]{kTolerance, 0, 2.5e-8F}, x[3]{2, 0, 0}, y[3]{0, 3, 0};
   float angle = -1.0F;
   EXPECT_EQ(slGetVectAngle(tiny, x, &angle), 0);
   EXPECT_FLOAT_EQ(angle, 0.0002F);
@@ -184,6 +186,36 @@ TEST(Vectors, signedAngleMatchesTheTwoArgumentArcTangent) {
       EXPECT_NEAR(slCalAngleTwoVects(fa, fb, up), by, 3e-5);
       EXPECT_NEAR(slCalAngleTwoVects(a, b, upD), by, 1e-12);
     }
+  }
+}
+
+TEST(Vectors, signedAngleFollowsAnyReference) {
+  std::mt19937 random(46);
+  std::normal_distribution<double> component;
+  for (int i = 0; i < 1000; ++i) {
+    double a[3], b[3], ref[3];
+    for (int k = 0; k < 3; ++k) {
+      a[k] = component(random);
+      b[k] = component(random);
+    }
+    const double side = i % 2 == 0 ? 1.0 : -1.0;
+    for (int k = 0; k < 3; ++k) {
+      ref[k] = side * (a[(k + 1) % 3] * b[(k + 2) % 3] - a[(k + 2) % 3] * b[(k + 1) % 3]);
+    }
+    const double sine = std::hypot(ref[0], ref[1], ref[2]);
+    const double angle = std::atan2(sine, a[0] * b[0] + a[1] * b[1] + a[2] * b[2]);
+    if (angle > 0.02 && angle < 3.12) {
+      EXPECT_NEAR(slCalAngleTwoVects(a, b, ref), side * angle, 1e-12);
+    }
+  }
+}
+
+TEST(Vectors, directionOfUnitVectorsIsTheirAngle) {
+  for (int degrees = 1; degrees < 360; ++degrees) {
+    const double angle = degrees * std::acos(-1.0) / 180.0;
+    const float v[2]{static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle))};
+    const bool snapped = std::abs(v[0]) > 0.9998F;
+    EXPECT_NEAR(slGetVectorAngle(v), degrees, snapped ? 1.0 : 1e-3);
   }
 }
 
@@ -268,6 +300,7 @@ TEST(Determinants, minorOutsideTheMatrixIsNotTaken) {
   const float m[4]{1, 2, 3, 4};
   float out[4]{9, 9, 9, 9};
   slNewTrainM(m, 2, 0, 2, out);
+  slNewTrainM(m, 0, 2, 2, out);
   slNewTrainM(m, 0, -1, 2, out);
   EXPECT_EQ(out[0], 9.0F);
   slNewTrainM(m, 1, 0, 2, out);

@@ -26,4 +26,5 @@
 #include "zel/geometry/scalars.h"
 #include "zel/geometry/solid_contact.h"
 #include "zel/geometry/sphere_intersection.h"
+#include "zel/geometry/tubes.h"
 #include "zel/geometry/vectors.h"

@@ -217,7 +217,8 @@ class ZEL_API KwIOCL {
   int outputNine(int slot, const T* const (&values)[N]);
   template <class T>
   int outputTuple(int slot, const T* values, int count);
-  int outputText(const char* format, const char* text);
+  int outputText(const char* format, std::string_view text);
+  [[nodiscard]] std::string_view lineEnd() const;
   void endLine(FILE* file) const;
   void writeBytes(const void* bytes, std::size_t size);
   void writeString(const char* text, std::size_t size);

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "zel/core/constants.h"
-#include "zel/textfile/detail/line_buffer.h"
+#include "zel/textfile/detail/line_printer.h"
 #include "zel/textfile/detail/platform_stdio.h"
 #include "zel/textfile/detail/text_view.h"
 #include "zel/textfile/kw_iocl.h"
@@ -29,12 +29,12 @@ enum Slot {
 
 constexpr std::string_view kTupleSeparator = ", ";
 
-void addDefault(zel::LineBuffer& line, char value) { line.addInt(value, zel::kByteColumns); }
-void addDefault(zel::LineBuffer& line, unsigned char value) {
+void addDefault(zel::LinePrinter& line, char value) { line.addInt(value, zel::kByteColumns); }
+void addDefault(zel::LinePrinter& line, unsigned char value) {
   line.addInt(value, zel::kByteColumns);
 }
-void addDefault(zel::LineBuffer& line, int value) { line.addInt(value, zel::kIntColumns); }
-void addDefault(zel::LineBuffer& line, float value) { line.addReal(value); }
+void addDefault(zel::LinePrinter& line, int value) { line.addInt(value, zel::kIntColumns); }
+void addDefault(zel::LinePrinter& line, float value) { line.addReal(value); }
 
 void require(bool done) {
   if (!done) {
@@ -71,11 +71,9 @@ FILE* KwIOCL::writable() const {
   return file;
 }
 
-void KwIOCL::endLine(FILE* file) const {
-  if (autoNewLine_ == 1) {
-    require(std::fputc('\n', file) != EOF);
-  }
-}
+std::string_view KwIOCL::lineEnd() const { return autoNewLine_ == 1 ? "\n" : ""; }
+
+void KwIOCL::endLine(FILE* file) const { require(std::fputs(lineEnd().data(), file) != EOF); }
 
 template <class T, std::size_t N>
 int KwIOCL::outputNine(int slot, const T* const (&values)[N]) {
@@ -95,7 +93,7 @@ int KwIOCL::outputNine(int slot, const T* const (&values)[N]) {
     endLine(file);
     return 1;
   }
-  zel::LineBuffer line;
+  zel::LinePrinter line(file);
   addDefault(line, *values[0]);
   for (const T* value : std::span(values).subspan(1)) {
     if (value != nullptr) {
@@ -103,8 +101,8 @@ int KwIOCL::outputNine(int slot, const T* const (&values)[N]) {
       addDefault(line, *value);
     }
   }
-  line.add(autoNewLine_ == 1 ? "\n" : "");
-  require(line.writeTo(file));
+  line.add(lineEnd());
+  require(line.finish());
   return 1;
 }
 
@@ -121,13 +119,13 @@ int KwIOCL::outputTuple(int slot, const T* values, int count) {
     endLine(file);
     return 1;
   }
-  zel::LineBuffer line;
+  zel::LinePrinter line(file);
   for (int i = 0; i < count; ++i) {
     line.add(i == 0 ? "" : kTupleSeparator);
     addDefault(line, values[i]);
   }
-  line.add(autoNewLine_ == 1 ? "\n" : "");
-  require(line.writeTo(file));
+  line.add(lineEnd());
+  require(line.finish());
   return 1;
 }
 
@@ -147,22 +145,23 @@ int KwIOCL::OutputRM(const float* v1, const float* v2, const float* v3, const fl
   return outputNine(kReal, {v1, v2, v3, v4, v5, v6, v7, v8, v9});
 }
 
-int KwIOCL::outputText(const char* format, const char* text) {
+int KwIOCL::outputText(const char* format, std::string_view text) {
   FILE* file = writable();
-  if (format == nullptr) {
-    require(std::fputs(text, file) != EOF);
-  } else {
+  if (format != nullptr) {
     const zel::CLocaleScope neutral;
-    require(std::fprintf(file, format, text) >= 0);
+    require(std::fprintf(file, format, text.data()) >= 0);
+    endLine(file);
+    return 1;
   }
-  endLine(file);
+  zel::LinePrinter line(file);
+  require(line.add(text).add(lineEnd()).finish());
   return 1;
 }
 
 int KwIOCL::OutputSM(const char* text, int length, int withLength) {
   const std::string_view whole = zel::viewOf(text);
   if (isText()) {
-    return outputText(isDefaultFmt_[kString] ? nullptr : fmts_[kString], whole.data());
+    return outputText(isDefaultFmt_[kString] ? nullptr : fmts_[kString], whole);
   }
   const std::size_t size = length >= 1 ? static_cast<std::size_t>(length) : whole.size();
   if (length < 1 || withLength != 0) {
@@ -176,7 +175,7 @@ int KwIOCL::OutputSM(const char* text, int length, int withLength) {
 int KwIOCL::OutputsM(const char* text) {
   const std::string_view whole = zel::viewOf(text);
   if (isText()) {
-    return outputText(nullptr, whole.data());
+    return outputText(nullptr, whole);
   }
   writeString(whole.data(), whole.size());
   return 1;

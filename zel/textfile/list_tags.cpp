@@ -1,14 +1,12 @@
 #include "zel/textfile/list_tags.h"
 
-#include <initializer_list>
-#include <string_view>
-
+#include "zel/textfile/detail/tag_texts.h"
 #include "zel/textfile/detail/text_view.h"
 
 namespace {
 
-int joinText(char* out, std::initializer_list<std::string_view> parts) {
-  for (const std::string_view part : parts) {
+int writeTag(char* out, const zel::TagText& tag, const char* name) {
+  for (const std::string_view part : {tag.head, zel::viewOf(name), tag.tail}) {
     zel::copyText(out, part);
     out += part.size();
   }
@@ -17,14 +15,8 @@ int joinText(char* out, std::initializer_list<std::string_view> parts) {
 
 }  // namespace
 
-int slGetArrBeginStr(char* out, const char* name) {
-  return joinText(out, {zel::viewOf(name), "_LIST_BEGIN"});
-}
+int slGetArrBeginStr(char* out, const char* name) { return writeTag(out, zel::kBeginTag, name); }
 
-int slGetArrIndexStr(char* out, const char* name) {
-  return joinText(out, {"INDEX_OF_", zel::viewOf(name), "_LIST"});
-}
+int slGetArrIndexStr(char* out, const char* name) { return writeTag(out, zel::kIndexTag, name); }
 
-int slGetArrEndStr(char* out, const char* name) {
-  return joinText(out, {zel::viewOf(name), "_LIST_END"});
-}
+int slGetArrEndStr(char* out, const char* name) { return writeTag(out, zel::kEndTag, name); }

@@ -7,12 +7,10 @@
 #include <limits>
 #include <memory>
 
+#include "zel/core/detail/file_name.h"
+
 #if defined(_WIN32)
 #include <io.h>
-#else
-#include <unistd.h>
-
-#include <string>
 #endif
 
 namespace zel {
@@ -47,18 +45,10 @@ struct FileCloser {
   void operator()(FILE* file) const { std::fclose(file); }
 };
 
-std::string presentName(const char* name) {
-  std::string path = name;
-  if (path.find('\\') != std::string::npos && access(name, F_OK) != 0) {
-    std::replace(path.begin(), path.end(), '\\', '/');
-  }
-  return path;
-}
-
 }  // namespace
 
 FILE* openStream(const char* name, const char* mode) {
-  std::unique_ptr<FILE, FileCloser> file(std::fopen(presentName(name).c_str(), mode));
+  std::unique_ptr<FILE, FileCloser> file(std::fopen(presentFileName(name).c_str(), mode));
   struct stat status {};
   if (file == nullptr || fstat(fileno(file.get()), &status) != 0 || S_ISDIR(status.st_mode)) {
     return nullptr;

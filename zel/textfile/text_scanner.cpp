@@ -97,21 +97,45 @@ bool TextScanner::skipSeparator(std::string_view separator) {
   return true;
 }
 
-bool TextScanner::word(char* word) {
+// Skips white space and hands the characters of a word to `sink`, one by one.
+template <class Sink>
+bool TextScanner::takeWord(Sink sink) {
   skipSpace();
   int c = peek();
   if (c == EOF) {
     return false;
   }
   for (; c != EOF && !isSpace(c); c = next()) {
-    if (word != nullptr) {
-      *word++ = static_cast<char>(c);
-    }
-  }
-  if (word != nullptr) {
-    *word = '\0';
+    sink(static_cast<char>(c));
   }
   return true;
+}
+
+bool TextScanner::word(char* word) {
+  if (word == nullptr) {
+    return takeWord([](char) {});
+  }
+  const bool found = takeWord([&](char c) { *word++ = c; });
+  if (found) {
+    *word = '\0';
+  }
+  return found;
+}
+
+bool TextScanner::wordIs(std::string_view wanted, bool* equals) {
+  std::size_t length = 0;
+  bool isSame = true;
+  const bool found = takeWord([&](char c) {
+    isSame = isSame && length < wanted.size() && wanted[length] == c;
+    ++length;
+  });
+  *equals = found && isSame && length == wanted.size();
+  return found;
+}
+
+void TextScanner::skipTrailingSpace() {
+  lookAhead_ = LookAhead::kChar;
+  skipSpace();
 }
 
 // Takes an optional sign. @return whether it was a minus.

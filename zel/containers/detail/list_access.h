@@ -6,10 +6,13 @@
 namespace zel {
 
 struct ListAccess {
-  /// The slot store of `array`. What is written through it replaces content behind the array's
-  /// back, so an array with a search index drops the index here.
+  /// The slot store of `array`, to be rewritten. What is written through it changes the content
+  /// behind the back of a search index, so an array that has one drops it here.
   template <class Array>
   static auto& slots(Array& array) {
+    if constexpr (requires { array.index_; }) {
+      array.index_.reset();
+    }
     return array.slots_;
   }
 };

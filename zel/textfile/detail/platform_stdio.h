@@ -16,26 +16,22 @@
 
 namespace zel {
 
+// A stream is used by one thread at a time, so characters are read without its lock.
 #if defined(_WIN32)
-inline void lockStream(FILE* file) { _lock_file(file); }
-inline void unlockStream(FILE* file) { _unlock_file(file); }
-inline int readChar(FILE* lockedFile) { return _getc_nolock(lockedFile); }
+inline int readChar(FILE* file) { return _getc_nolock(file); }
 inline std::int64_t tell(FILE* file) { return _ftelli64(file); }
 inline int seek(FILE* file, std::int64_t offset, int origin) {
   return _fseeki64(file, offset, origin);
 }
 #else
-inline void lockStream(FILE* file) { flockfile(file); }
-inline void unlockStream(FILE* file) { funlockfile(file); }
-inline int readChar(FILE* lockedFile) { return getc_unlocked(lockedFile); }
+inline int readChar(FILE* file) { return getc_unlocked(file); }
 inline std::int64_t tell(FILE* file) { return ftello(file); }
 inline int seek(FILE* file, std::int64_t offset, int origin) {
   return fseeko(file, static_cast<off_t>(offset), origin);
 }
 #endif
 
-/// Opens a file; a directory is refused. Where paths part directories with a slash, a name whose
-/// backslashes are no part of an existing file's name is taken with slashes.
+/// Opens a file, its name taken as presentFileName() has it; a directory is refused.
 /// @return null on failure.
 FILE* openStream(const char* name, const char* mode);
 

@@ -61,6 +61,11 @@ class TextScanner {
   /// Skips white space and takes a word. @param[out] word receives it and a terminator; null
   /// drops it. @return whether there was a word.
   bool word(char* word);
+  /// As word(nullptr). @param[out] equals whether the word taken is `wanted`.
+  bool wordIs(std::string_view wanted, bool* equals);
+  /// Skips white space as skipSpace(), but looks no further ahead than a character beyond the
+  /// line: for the end of an operation.
+  void skipTrailingSpace();
   /// Skips white space and takes a decimal integer ("%d"). @return false, with `value` untouched,
   /// when there is none or no `int` can hold it.
   bool number(int& value, int maxColumns = 0x7FFFFFFF);
@@ -69,6 +74,8 @@ class TextScanner {
   bool number(float& value);
 
  private:
+  template <class Sink>
+  bool takeWord(Sink sink);
   static constexpr std::size_t kLineRoom = 256;
 
   /// Moves on from a character that peek() has shown. @return the next one, as peek().

@@ -1,0 +1,126 @@
+#include "zel/geometry/tubes.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <vector>
+
+#include "geometry/random_geometry.h"
+#include "zel/containers/point3d_arr.h"
+
+namespace {
+
+using namespace zel::test;  // NOLINT
+
+struct Tube {
+  float centre[2]{8, 8};
+  float radius = 8;
+  int result = 8;
+};
+
+Tube fit(const Point3DArr& pts) {
+  Tube tube;
+  tube.result = slGenVerticalTube(pts, tube.centre, &tube.radius);
+  return tube;
+}
+
+Point3DArr arrayOf(const std::vector<Double3>& points) {
+  Point3DArr pts;
+  for (const Double3& p : points) {
+    pts.AddItemM(narrow(p).data());
+  }
+  return pts;
+}
+
+double squaredErrors(const std::vector<Double3>& points, double x, double y, double r) {
+  double sum = 0;
+  for (const Double3& p : points) {
+    sum += std::pow(std::hypot(p[0] - x, p[1] - y) - r, 2);
+  }
+  return sum;
+}
+
+TEST(Tubes, noisyCylinderIsRecoveredByLeastSquares) {
+  RandomGeometry random(171);
+  for (int repeat = 0; repeat < 200; ++repeat) {
+    const Double3 axis = random.point(100);
+    const double r = random.number(0.5, 20), noise = 0.01 * r, sweep = random.number(2, 6.28);
+    std::vector<Double3> points;
+    for (int k = 0; k < 300; ++k) {
+      const double angle = random.number(0, sweep), reach = r + random.number(-noise, noise);
+      points.push_back(widen(narrow({axis[0] + reach * std::cos(angle),
+                                     axis[1] + reach * std::sin(angle), random.number(-50, 50)})
+                                 .data()));
+    }
+    const Tube tube = fit(arrayOf(points));
+    ASSERT_EQ(tube.result, 1);
+    EXPECT_NEAR(tube.centre[0], axis[0], 0.02 * r);
+    EXPECT_NEAR(tube.centre[1], axis[1], 0.02 * r);
+    EXPECT_NEAR(tube.radius, r, 0.02 * r);
+    const double x = tube.centre[0], y = tube.centre[1], best = tube.radius, step = 1e-3 * r;
+    const double least = squaredErrors(points, x, y, best);
+    for (const double side : {-step, step}) {
+      EXPECT_LT(least, squaredErrors(points, x + side, y, best));
+      EXPECT_LT(least, squaredErrors(points, x, y + side, best));
+      EXPECT_LT(least, squaredErrors(points, x, y, best + side));
+      EXPECT_LT(least, squaredErrors(points, x + side, y + side, best + side));
+    }
+  }
+}
+
+TEST(Tubes, shortNoisyArcIsNotPulledInward) {
+  // The algebraic fit alone is known to come out too small here.
+  RandomGeometry random(172);
+  double mean = 0;
+  for (int repeat = 0; repeat < 100; ++repeat) {
+    std::vector<Double3> points;
+    for (int k = 0; k < 400; ++k) {
+      const double angle = random.number(-0.5, 0.5), reach = 10 + random.number(-0.5, 0.5);
+      points.push_back({reach * std::cos(angle), reach * std::sin(angle), 0});
+    }
+    mean += fit(arrayOf(points)).radius / 100;
+  }
+  EXPECT_NEAR(mean, 10, 0.3);
+}
+
+TEST(Tubes, threePointsGiveTheirCircleAndHolesDoNotCount) {
+  Point3DArr pts = arrayOf({{1, 0, 5}, {0, 1, 6}, {77, 3, 1}, {-1, 0, 7}});
+  pts.DelItemM(2);
+  const Tube tube = fit(pts);
+  EXPECT_EQ(tube.result, 1);
+  EXPECT_NEAR(tube.centre[0], 0, 1e-6);
+  EXPECT_NEAR(tube.centre[1], 0, 1e-6);
+  EXPECT_NEAR(tube.radius, 1, 1e-6);
+}
+
+TEST(Tubes, pointsWithoutACircleLeaveTheOutputsAlone) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  const std::vector<std::vector<Double3>> cases{
+      {},
+      {{1, 2, 3}},
+      {{1, 2, 3}, {4, 5, 6}},
+      {{1, 2, 3}, {1, 2, 9}, {1, 2, -4}, {1, 2, 0}},
+      {{0, 0, 0}, {1, 1, 3}, {2, 2, 9}, {5, 5, 1}},
+      {{1000, 1000, 0}, {1001, 1000.00006, 0}, {1002, 1000, 0}},
+      {{0, 0, 0}, {0.00005, 0, 0}, {0, 0.00005, 0}},
+      {{0, 0, 0}, {infinity, 0, 0}, {0, 1, 0}},
+      {{0, 0, 0}, {1, NAN, 0}, {0, 1, 0}},
+  };
+  for (const auto& points : cases) {
+    const Tube tube = fit(arrayOf(points));
+    EXPECT_EQ(tube.result, 0) << points.size();
+    EXPECT_EQ(tube.centre[0] + tube.centre[1] + tube.radius, 24.0F);
+  }
+}
+
+TEST(Tubes, hugeAndTinyTubesKeepTheirDigits) {
+  for (const double r : {1e17, 1e6, 1e-3}) {
+    const Tube tube = fit(arrayOf({{r, 0, 0}, {0, r, 0}, {-r, 0, 0}, {0, -r, 0}}));
+    ASSERT_EQ(tube.result, 1);
+    EXPECT_NEAR(tube.radius / r, 1, 1e-6);
+    EXPECT_NEAR(tube.centre[0] / r, 0, 1e-6);
+  }
+}
+
+}  // namespace

@@ -1,0 +1,280 @@
+// The helpers for plain text streams, the plain lists of three arrays, versions and messages.
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <random>
+#include <string>
+
+#include "plain_file.h"
+#include "stream_fixture.h"
+#include "support/recording_platform.h"
+#include "zel/containers/int2d_arr.h"
+#include "zel/containers/int_arr.h"
+#include "zel/containers/point2d_arr.h"
+#include "zel/core/element_base.h"
+#include "zel/textfile/file_version.h"
+#include "zel/textfile/keyword_lists.h"
+#include "zel/textfile/keyword_values.h"
+#include "zel/textfile/number_parse.h"
+
+namespace {
+
+using zel::test::PlainFile;
+using zel::test::thrownBy;
+
+TEST(KeywordScan, storesOnlyWhatConverts) {
+  char c = 'x', text[8] = "";
+  int i[2] = {};
+  float r[4] = {};
+  unsigned char pixel[4] = {9, 9, 9, 9};
+  const PlainFile file("65 abc 7 1 2 .5 1.5 -2 1 2 3 4 5 6 7 8 9 256 1 2 3 1 2 x");
+  EXPECT_EQ(slFscanfC(file, "%d", &c), 1);
+  EXPECT_EQ(c, 'A');
+  EXPECT_EQ(slFscanfC(file, "%d", &c), 0);
+  EXPECT_EQ(c, 'A');
+  EXPECT_EQ(slFscanfS(file, "%7s", text), 1);
+  EXPECT_STREQ(text, "abc");
+  EXPECT_EQ(slFscanfD(file, "%d", i), 1);
+  EXPECT_EQ(slFscanfInt2D(file, "%d %d", i), 1);
+  EXPECT_EQ(i[0] * 10 + i[1], 12);
+  EXPECT_EQ(slFscanfR(file, "%f", r), 1);
+  EXPECT_EQ(slFscanfPoint2D(file, "%f %f", r), 1);
+  EXPECT_EQ(r[0] * r[1], -3);
+  EXPECT_EQ(slFscanfPoint3D(file, "%f %f %f", r), 1);
+  EXPECT_EQ(slFscanfPoint4D(file, "%f %f %f %f", r), 1);
+  EXPECT_EQ(r[3], 7);
+  EXPECT_EQ(slFscanfTexPixel4D(file, "%d %d", pixel), 0);
+  EXPECT_EQ(pixel[0], 9);
+  EXPECT_EQ(slFscanfTexPixel4D(file, "%d %d %d", pixel), 1);
+  EXPECT_EQ(std::memcmp(pixel, "\x00\x01\x02\xFF", 4), 0);
+  EXPECT_EQ(slFscanfPixel4D(file, "%f %f %f %f", r), 0);
+  EXPECT_EQ(r[2], 2);
+  EXPECT_EQ(slFscanfD(nullptr, "%d", i), 0);
+  EXPECT_EQ(slFscanfD(file, nullptr, i), 0);
+}
+
+TEST(KeywordPrint, usesTheCallersFormat) {
+  const int i[] = {1, 2};
+  const float r[] = {0.5F, 1, 2, 3};
+  const unsigned char p[] = {0, 1, 254, 255};
+  const PlainFile file;
+  EXPECT_EQ(slFprintfC(file, "%d ", -56), 1);
+  EXPECT_EQ(slFprintfD(file, "%03d ", 7), 1);
+  EXPECT_EQ(slFprintfR(file, "%.2f ", 0.25F), 1);
+  EXPECT_EQ(slFprintfS(file, "<%s>", "s"), 1);
+  EXPECT_EQ(slFprintfInt2D(file, "%d/%d ", i), 1);
+  EXPECT_EQ(slFprintfPoint2D(file, "%g,%g ", r), 1);
+  EXPECT_EQ(slFprintfPoint3D(file, "%g,%g,%g ", r), 1);
+  EXPECT_EQ(slFprintfPoint4D(file, "%g,%g,%g,%g ", r), 1);
+  EXPECT_EQ(slFprintfPixel4D(file, "%g%g%g%g ", r), 1);
+  EXPECT_EQ(slFprintfTexPixel4D(file, "%u %u %u %u", p), 1);
+  EXPECT_EQ(file.text(), "-56 007 0.25 <s>1/2 0.5,1 0.5,1,2 0.5,1,2,3 0.5123 0 1 254 255");
+  EXPECT_EQ(slFprintfD(nullptr, "%d", 1), 0);
+  FILE* full = std::fopen("/dev/full", "w");
+  std::setbuf(full, nullptr);
+  EXPECT_EQ(slFprintfD(full, "%d", 1), 0);
+  std::fclose(full);
+}
+
+TEST(KeywordLines, linesAndWords) {
+  char text[5] = "";
+  const PlainFile file("sevenly\r\nab\r\nskip me\na begin beg  \n begin\n \t next");
+  EXPECT_EQ(slFgets(file, text, 5), 1);
+  EXPECT_STREQ(text, "seve");
+  EXPECT_EQ(slFgets(file, text, 5), 1);
+  EXPECT_STREQ(text, "ab");
+  EXPECT_EQ(slSkipLine(file), 1);
+  EXPECT_EQ(slSearchStrM(file, "beg"), 1);
+  EXPECT_EQ(slSearchStrM(file, "begin"), 1);
+  EXPECT_EQ(std::fgetc(file), 'n');
+  EXPECT_EQ(slSkipLine(file), 0);
+  EXPECT_EQ(slFgets(file, text, 5), 1);
+  EXPECT_STREQ(text, "");
+  EXPECT_EQ(slSearchStrM(file, ""), 0);
+  std::rewind(file);
+  EXPECT_EQ(slSearchStrM(file, "next"), 1);
+  EXPECT_EQ(slSearchStrM(file, "next"), 0);
+  std::rewind(file);
+  EXPECT_EQ(slSearchStrM(file, "nex"), 0);
+}
+
+TEST(KeywordLists, goldenBytes) {
+  IntArr ints;
+  ints.SetItemM(-5, 1);
+  PlainFile a, b, c;
+  EXPECT_EQ(slFprintfIntArr(a, ints, "l"), 1);
+  EXPECT_EQ(a.text(),
+            "         2,  l_LIST_BEGIN\n         0,  INDEX_OF_l_LIST\n-2147483647\n"
+            "         1,  INDEX_OF_l_LIST\n        -5\nl_LIST_END\n");
+  Int2DArr pairs;
+  const int pair[] = {1, -2};
+  pairs.AddItemM(pair);
+  slFprintfInt2dArr(b, pairs, "l");
+  EXPECT_EQ(b.text(),
+            "         1,  l_LIST_BEGIN\n         0,  INDEX_OF_l_LIST\n1,  -2\nl_LIST_END\n");
+  Point2DArr points;
+  const float point[] = {0.5F, -1e9F};
+  points.AddItemM(point);
+  slFprintfPoint2DArr(c, points, "l");
+  EXPECT_EQ(
+      c.text(),
+      "         1,  l_LIST_BEGIN\n         0,  INDEX_OF_l_LIST\n0.500000,  -1000000000.000000\n"
+      "l_LIST_END\n");
+}
+
+TEST(KeywordLists, readersEmptyFirstAndLeaveOutTheirMarks) {
+  IntArr ints;
+  ints.SetItemM(9, 9);
+  const PlainFile a("3,  b\n0,  i\n5\n1,  i\n-2147483647\n2,  i\n7\nend\n 1,  b\n4,  i\n8\nend\n");
+  EXPECT_EQ(slFscanfIntArr(a, &ints), 1);
+  EXPECT_EQ(ints.GetBoundM(), 3);
+  EXPECT_EQ(ints.GetAvailableNumM(), 2);
+  slFscanfIntArr(a, &ints);
+  EXPECT_EQ(ints[4], 8);
+  EXPECT_EQ(ints.GetAvailableNumM(), 1);
+
+  Int2DArr pairs;
+  const PlainFile b("2, b\r\n0, i\r\n-2147483647, 1\r\n1, i\r\n-2147483647, -2147483647\r\nend");
+  slFscanfInt2dArr(b, &pairs);
+  EXPECT_EQ(pairs.GetBoundM(), 1);
+  EXPECT_EQ(pairs.GetItemPM(0)[1], 1);
+
+  Point2DArr points;
+  const PlainFile c("2, b\n0, i\n-1e18, 1\n1, i\n-1e18, -1e18\nend");
+  slFscanfPoint2DArr(c, &points);
+  EXPECT_EQ(points.GetBoundM(), 1);
+}
+
+TEST(KeywordLists, hostileFilesEndQuietly) {
+  for (const char* text :
+       {"", "x", "2000000000, b\n", "2000000000, b\n0, i\n5\n", "1, b\n-1, i\n5\nend\n",
+        "1, b\n2000000000, i\n5\nend\n", "-5, b\nend\n", "1, b\n0 i\n", "99999999999, b"}) {
+    IntArr ints;
+    EXPECT_EQ(slFscanfIntArr(PlainFile(text), &ints), 1);
+    EXPECT_LE(ints.GetLengthM(), 15) << text;
+    Point2DArr points;
+    EXPECT_EQ(slFscanfPoint2DArr(PlainFile(text), &points), 1);
+    EXPECT_EQ(points.GetBoundM(), 0) << text;
+  }
+}
+
+TEST(KeywordLists, tenColumnsAreReadOfANumber) {
+  IntArr ints;
+  const PlainFile file("1, b\n00000000001, i\n5\nend\n");
+  slFscanfIntArr(file, &ints);  // "0000000000" and the word "1,"
+  EXPECT_EQ(ints.GetBoundM(), 0);
+}
+
+TEST(ElementBase, plainRecordIsTheTagOnALine) {
+  const PlainFile file;
+  KwBaseCL element(31);
+  EXPECT_EQ(element.FmWriteZelFileM(file), 1);
+  EXPECT_EQ(file.text(), "   31\n");
+  const PlainFile source("32 rest 1\nx 5\n33");
+  EXPECT_EQ(element.FmReadZelFileM(source), 1);
+  EXPECT_EQ(element.IsAvailableM(), 32);
+  element.FmReadZelFileM(source);
+  EXPECT_EQ(element.IsAvailableM(), 32);
+  element.FmReadZelFileM(source);
+  EXPECT_EQ(element.IsAvailableM(), 33);
+}
+
+TEST(FileVersion, tagsAreComparedByteByByte) {
+  EXPECT_EQ(slGetFileVersion("zel1.0"), 10);
+  EXPECT_EQ(slGetFileVersion("zel3.9"), 39);
+  EXPECT_EQ(slGetFileVersion("zel4.7"), 47);
+  EXPECT_EQ(slGetFileVersion("zel4.008"), 4008);
+  EXPECT_EQ(slGetFileVersion("MAC1.02"), 102);
+  for (const char* tag : {"zel4.08", "ZEL4.0", "zel2.0", "zel4.8", "zel4.", "zel4.00", "",
+                          " zel4.0", static_cast<const char*>(nullptr)}) {
+    EXPECT_EQ(thrownBy([&] { static_cast<void>(slGetFileVersion(tag)); }), 111);
+  }
+}
+
+TEST(FileMessage, reachesThePlatformInGbk) {
+  zel::test::RecordingPlatform desktop;
+  zel::setPlatform(&desktop);
+  EXPECT_EQ(slFileMessage(109, "a.zel"), 1);
+  EXPECT_EQ(slFileMessage(113, nullptr), 1);
+  EXPECT_EQ(slFileMessage(115, nullptr), 1);
+  zel::setPlatform(nullptr);
+  ASSERT_EQ(desktop.messages.size(), 3U);
+  EXPECT_EQ(desktop.messages[0], "\xCE\xC4\xBC\xFE\xB4\xF2\xBF\xAA\xCA\xA7\xB0\xDC: a.zel");
+}
+
+TEST(FileMessage, isShownInUtf8) {
+  const struct {
+    int code;
+    const char* text;
+  } rows[] = {{107, "文件读取失败"},
+              {108, "文件保存失败"},
+              {109, "文件打开失败"},
+              {110, "文件类型不对"},
+              {111, "文件版本不对"},
+              {112, "纹理文件打开失败"},
+              {113, "纹理文件类型不对"},
+              {114, "纹理文件版本不对"},
+              {142, "数据错误"},
+              {115, "未知错误"},
+              {0, "未知错误"}};
+  for (const auto& row : rows) {
+    testing::internal::CaptureStderr();
+    slFileMessage(row.code, "модель.zel");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), std::string(row.text) + ": модель.zel\n");
+  }
+}
+
+TEST(NumberParse, fixedWidthIntegers) {
+  int value = 99;
+  EXPECT_EQ(slStrToInt(3, "12x", &value), 0);
+  EXPECT_EQ(slStrToInt(0, "1", &value), 0);
+  EXPECT_EQ(slStrToInt(2, "1", &value), 0);
+  EXPECT_EQ(slStrToInt(2, "-+", &value), 0);
+  EXPECT_EQ(slStrToInt(1, nullptr, &value), 0);
+  EXPECT_EQ(value, 99);
+  const struct {
+    const char* text;
+    int n, value;
+  } rows[] = {{"-12", 3, -12}, {"+12x", 3, 12},       {"-", 1, 0},
+              {"+", 1, 0},     {"4294967297", 10, 1}, {"-2147483648", 11, INT32_MIN}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(slStrToInt(row.n, row.text, &value), 1) << row.text;
+    EXPECT_EQ(value, row.value);
+  }
+}
+
+TEST(NumberParse, wholeIntegers) {
+  int value = 99;
+  for (const char* text : {"", "x", "1x", "1 2", "-0", "+0", "1.0", "- 1", "\n1"}) {
+    EXPECT_EQ(slSimpleIntParse(text, &value), 0) << text;
+  }
+  EXPECT_EQ(value, 99);
+  EXPECT_EQ(slSimpleIntParse(" \t-7\t ", &value), 1);
+  EXPECT_EQ(value, -7);
+  EXPECT_EQ(slSimpleIntParse("00", &value), 1);
+  EXPECT_EQ(value, 0);
+  EXPECT_EQ(slSimpleIntParse("99999999999", &value), 1);
+  EXPECT_EQ(value, INT32_MAX);
+}
+
+TEST(NumberParse, wholeReals) {
+  const struct {
+    const char* text;
+    int result;
+    double value;
+  } rows[] = {{"1.5", 1, 1.5}, {" 1e3- \t", 1, 1000}, {"1.5x", 0, 1.5}, {"1--", 0, 1},
+              {"-", 1, 0},     {".0", 0, 0},          {"+0", 0, 0},     {"-0", 1, 0},
+              {"0x1", 0, 0},   {"inf", 0, 0},         {"nan", 0, 0},    {"", 0, 0},
+              {"1,5", 0, 1},   {"-abc", 0, 0}};
+  for (const auto& row : rows) {
+    double value = 99;
+    EXPECT_EQ(slSimpleFloatParse(row.text, &value), row.result) << row.text;
+    EXPECT_EQ(value, row.value) << row.text;
+    float narrow = 99;
+    EXPECT_EQ(slSimpleFloatParseF(row.text, &narrow), row.result);
+    EXPECT_EQ(narrow, row.result == 1 ? static_cast<float>(row.value) : 0.0F);
+  }
+}
+
+}  // namespace
