@@ -23,7 +23,8 @@ if(ZEL_SANITIZE)
   add_compile_options(-fsanitize=${ZEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${ZEL_SANITIZE})
   # Instrumented, gcc takes members of the standard library's own classes for uninitialised.
-  target_compile_options(zel_rules INTERFACE -Wno-maybe-uninitialized)
+  target_compile_options(zel_rules INTERFACE
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 
 # zel_add_test(NAME source... [INTERNAL] [LIBS library...])
