@@ -168,8 +168,6 @@ class ZEL_API CharArr {
   int delCarrageReturnM(int position);
 
  private:
-  friend struct zel::ListAccess;
-
   /// Appends a text and a line end, 13 10. @return 1.
   int addNewPosM(const char* text);
   template <class Value>

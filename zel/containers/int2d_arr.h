@@ -88,7 +88,5 @@ class ZEL_API Int2DArr {
   /// @}
 
  private:
-  friend struct zel::ListAccess;
-
   zel::SlotStore<zel::Int2, zel::IntPolicy> slots_;
 };

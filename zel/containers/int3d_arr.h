@@ -78,7 +78,5 @@ class ZEL_API Int3DArr {
   void QuickSortM();
 
  private:
-  friend struct zel::ListAccess;
-
   zel::SlotStore<zel::Int3, zel::IntPolicy> slots_;
 };

@@ -93,7 +93,5 @@ class ZEL_API Int4DArr {
   /// @}
 
  private:
-  friend struct zel::ListAccess;
-
   zel::SlotStore<zel::Int4, zel::IntPolicy> slots_;
 };

@@ -144,7 +144,5 @@ class ZEL_API IntArr {
   void FmInputZelLstM(KwIOCL* io);
 
  private:
-  friend struct zel::ListAccess;
-
   zel::SlotStore<int, zel::IntPolicy> slots_;
 };

@@ -74,8 +74,6 @@ class ZEL_API KwStringArr {
   int DelAllM();
 
  private:
-  friend struct zel::ListAccess;
-
   zel::SlotStore<KwStringCL, zel::ElementPolicy> slots_;
   mutable std::unique_ptr<zel::TextIndex> index_;  ///< null until a large table is searched
 };

@@ -60,7 +60,5 @@ class ZEL_API PixelArr {
   /// @}
 
  private:
-  friend struct zel::ListAccess;
-
   zel::SlotStore<zel::Float4, zel::FloatTuplePolicy> slots_;
 };

@@ -86,7 +86,5 @@ class ZEL_API Point2DArr {
   /// @}
 
  private:
-  friend struct zel::ListAccess;
-
   zel::SlotStore<zel::Float2, zel::FloatTuplePolicy> slots_;
 };

@@ -1,11 +1,8 @@
 #include "zel/containers/point3d_arr.h"
 
-#include <cmath>
+#include <algorithm>
 
 #include "zel/containers/detail/rows.h"
-#include "zel/containers/detail/slot_store_impl.h"
-
-template class zel::SlotStore<zel::Float3, zel::PointPolicy>;
 
 #define ZEL_ARR Point3DArr
 #define ZEL_SLOT zel::Float3
@@ -19,19 +16,12 @@ namespace {
 
 bool isPointAvailable(const zel::Float3& point) { return point[0] > zel::kLiveNearMark; }
 
-bool isNear(float a, float b) {
-  return std::fabs(static_cast<double>(a) - static_cast<double>(b)) <
-         static_cast<double>(zel::kTolerance);
-}
-
 }  // namespace
 
 int Point3DArr::IntialSizeM(int length) { return InitialSizeM(length); }
 
 int Point3DArr::AddPointM(const float* point) {
-  const int found = slots_.firstWhere([point](const zel::Float3& slot) {
-    return isNear(slot[0], point[0]) && isNear(slot[1], point[1]) && isNear(slot[2], point[2]);
-  });
+  const int found = slots_.firstNear(point);
   return found < 0 ? AddItemM(point) : found;
 }
 
@@ -44,7 +34,7 @@ int Point3DArr::AppendPntsM(const Point3DArr& other) {
   for (int i = 0; i < added; ++i) {
     const zel::Float3 point = other.slots_[i];
     if (zel::PointPolicy::isLive(point[0])) {
-      slots_[oldBound + i] = point;
+      slots_.change(oldBound + i) = point;
     }
   }
   if (added > 0) {
@@ -55,19 +45,19 @@ int Point3DArr::AppendPntsM(const Point3DArr& other) {
 }
 
 void Point3DArr::SetItemValueM(int index, float x, float y, float z) {
-  if (zel::Float3* slot = slots_.slotAt(index)) {
-    *slot = {x, y, z};
+  if (slots_.holds(index)) {
+    slots_.change(index) = {x, y, z};
   }
 }
 
 void Point3DArr::SetItemZValueM(int index, float z) {
-  if (zel::Float3* slot = slots_.slotAt(index)) {
-    (*slot)[2] = z;
+  if (slots_.holds(index)) {
+    slots_.change(index)[2] = z;
   }
 }
 
 float* Point3DArr::GetItemPM(int index) {
-  return index < 0 || index >= slots_.length() ? nullptr : slots_[index].data();
+  return index < 0 || index >= slots_.length() ? nullptr : slots_.handOut(index)->data();
 }
 
 const float* Point3DArr::GetItemPM(int index) const {

@@ -5,7 +5,7 @@
 
 #include <cstdio>
 
-#include "zel/containers/slot_store.h"
+#include "zel/containers/point_store.h"
 #include "zel/core/api.h"
 
 class KwIOCL;
@@ -53,7 +53,9 @@ class ZEL_API Point3DArr {
   int InsertItemM(const float* item, int position);
   /// @}
   /// Adds a point unless one is stored below the bound that differs by less than 0.0001 in each
-  /// coordinate, live or not; the first such slot wins.
+  /// coordinate, live or not; the first such slot wins. Fast on large arrays, unless the
+  /// caller got a pointer to the store (getCurrentItemPrtM(), or GetItemPM() of many slots) since
+  /// it last grew: then every slot is compared.
   /// @return the index of the stored or added point.
   int AddPointM(const float* point);
   /// Appends the slots of `other` below its bound one to one: live points are copied, a hole
@@ -164,10 +166,8 @@ class ZEL_API Point3DArr {
   int FmInputLstM(FILE* file, int count);
 
  private:
-  friend struct zel::ListAccess;
-
   /// Overwrites a slot in 0 to bound - 1; the available count stays.
   void SetItemValueM(int index, float x, float y, float z);
 
-  zel::SlotStore<zel::Float3, zel::PointPolicy> slots_;
+  zel::PointStore slots_;
 };

@@ -90,7 +90,5 @@ class ZEL_API RealArr {
   /// @}
 
  private:
-  friend struct zel::ListAccess;
-
   zel::SlotStore<float, zel::RealPolicy> slots_;
 };

@@ -18,9 +18,6 @@ struct PointPolicy;
 /// For arrays of elements derived from KwBaseCL: live means tag 31.
 struct ElementPolicy;
 
-/// Gives the list code direct access to a store; see the containers' internal headers.
-struct ListAccess;
-
 /// Slots of a tuple array.
 using Int2 = std::array<int, 2>;
 using Int3 = std::array<int, 3>;
@@ -41,6 +38,8 @@ using Float4 = std::array<float, 4>;
 template <class Slot, class Policy>
 class SlotStore {
  public:
+  using SlotType = Slot;
+  using PolicyType = Policy;
   /// Slots inside the object.
   static constexpr int kInlineLength = 4;
   static constexpr int kDefaultIncrement = 10;

@@ -9,16 +9,16 @@
 
 void Point3DArr::ProjectPntsToPlaneM(const float* p, const float* nrm) {
   const float d = slGetPlaneEquation(p, nrm);
-  auto* store = getCurrentItemPrtM();
+  zel::Float3* store = slots_.changeAll().data();
   zel::scanAvailable(*this, 0, -1, [&](const float* point, int slot) {
     float projected[3];
     slProjectPntToPlane(nrm, d, point, projected);
-    std::copy_n(projected, 3, store[slot]);
+    std::copy_n(projected, 3, store[slot].data());
   });
 }
 
 void Point3DArr::TransToLocalCoordSysM(const XYCoordSysD& cs) {
-  auto* store = getCurrentItemPrtM();
+  zel::Float3* store = slots_.changeAll().data();
   zel::scanAvailable(*this, 0, -1, [&](const float* point, int slot) {
     const zel::Vec3 v = zel::Vec3(point) - cs.origin;
     store[slot][0] = zel::roundToFloat(zel::dot(v, cs.xAxis));

@@ -232,25 +232,26 @@ void Point2DArr::FmOutputZelLstM(KwIOCL* io, const char* name) const {
 void Point2DArr::FmInputZelLstM(KwIOCL* io) { readList(io, &slots_); }
 
 void Point3DArr::FmOutputZelLstM(KwIOCL* io, const char* name) const {
-  writeList(io, name, slots_);
+  writeList(io, name, slots_.plain());
 }
-void Point3DArr::FmInputZelLstM(KwIOCL* io) { readList(io, &slots_); }
+void Point3DArr::FmInputZelLstM(KwIOCL* io) { readList(io, &slots_.changeAll()); }
 
 int Point3DArr::FmOutputLstM(FILE* file) const {
-  std::fwrite(slots_.data(), sizeof(zel::Float3), static_cast<std::size_t>(entriesOf(slots_)),
-              file);
+  std::fwrite(slots_.data(), sizeof(zel::Float3),
+              static_cast<std::size_t>(entriesOf(slots_.plain())), file);
   return 1;
 }
 
 int Point3DArr::FmInputLstM(FILE* file, int count) {
+  auto& store = slots_.changeAll();
   if (count > 0) {
-    if (!slots_.reserve(count)) {
+    if (!store.reserve(count)) {
       return 1;
     }
     const auto wanted = static_cast<std::size_t>(count);
-    static_cast<void>(std::fread(slots_.data(), sizeof(zel::Float3), wanted, file));
+    static_cast<void>(std::fread(store.data(), sizeof(zel::Float3), wanted, file));
   }
-  slots_.setBound(count);
-  slots_.setAvailable(count);
+  store.setBound(count);
+  store.setAvailable(count);
   return 1;
 }

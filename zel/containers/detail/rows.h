@@ -54,8 +54,9 @@ auto* componentsOf(Slot* slot) {
 }
 
 /// Hands slot `index` out; without one, the mark in as many components as the policy says.
-template <class Slot, class Policy>
-void readSlot(const SlotStore<Slot, Policy>& slots, int index, ComponentOf<Slot>* out) {
+template <class Store, class Slot = typename Store::SlotType>
+void readSlot(const Store& slots, int index, ComponentOf<Slot>* out) {
+  using Policy = typename Store::PolicyType;
   if (const Slot* slot = slots.slotAt(index)) {
     handOut(*slot, out);
   } else {
@@ -65,11 +66,10 @@ void readSlot(const SlotStore<Slot, Policy>& slots, int index, ComponentOf<Slot>
 
 /// Hands out what a walk found at `found`; -1 hands out the mark and no index.
 /// @return whether there was one.
-template <class Slot, class Policy>
-bool handOutFound(const SlotStore<Slot, Policy>& slots, int found, ComponentOf<Slot>* out,
-                  int* index) {
+template <class Store, class Slot = typename Store::SlotType>
+bool handOutFound(const Store& slots, int found, ComponentOf<Slot>* out, int* index) {
   if (found < 0) {
-    handOut(SlotTraits<Slot>::filled(Policy::fresh()), out);
+    handOut(SlotTraits<Slot>::filled(Store::PolicyType::fresh()), out);
     *index = kNoIndex;
     return false;
   }
