@@ -181,6 +181,37 @@ TEST(PointSearch, welcomesUnorderedAndInfinitePoints) {
   EXPECT_EQ(array.GetBoundM(), 100 + 4 + 3);  // infinity less infinity is no small difference
 }
 
+/// `count` points one apart along x, all known to the search.
+Point3DArr searchedRow(int count, float y) {
+  Point3DArr array;
+  for (int i = 0; i < count; ++i) {
+    array.AddPointM(Point{static_cast<float>(i), y, 0}.data());
+  }
+  EXPECT_EQ(array.AddPointM(Point{1, y, 0}.data()), 1);
+  return array;
+}
+
+TEST(PointSearch, pointsBeyondTheBoundAreNotFound) {
+  Point3DArr array = searchedRow(100, 0);
+  EXPECT_EQ(array.CancelLastItemM(), 98);
+  EXPECT_EQ(array.AddPointM(Point{98, 0, 0}.data()), 98);
+  EXPECT_EQ(array.GetBoundM(), 99);  // added, not found
+  EXPECT_EQ(array.AddPointM(Point{98, 0, 0}.data()), 98);
+  array.DelItemM(98);
+  EXPECT_EQ(array.AddPointM(Point{kMark, 0, 0}.data()), 98);
+  EXPECT_EQ(array.GetBoundM(), 99);
+}
+
+TEST(PointSearch, assignmentReplacesWhatIsFound) {
+  Point3DArr array = searchedRow(100, 0);
+  const Point3DArr other = searchedRow(100, 5);
+  array = other;
+  EXPECT_EQ(array.AddPointM(Point{7, 0, 0}.data()), 100);
+  array = searchedRow(80, 3);
+  EXPECT_EQ(array.AddPointM(Point{7, 5, 0}.data()), 80);
+  EXPECT_EQ(array.AddPointM(Point{7, 3, 0}.data()), 7);
+}
+
 TEST(PointSearch, seesWhatADumpReadOverIt) {
   Point3DArr array;
   for (int i = 0; i < 100; ++i) {
