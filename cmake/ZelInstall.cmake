@@ -17,5 +17,8 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/zelConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/zelConfig.cmake ${PROJECT_BINARY_DIR}/zelConfigVersion.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/zel)
 
+# The description finds its prefix from its own place, so that an installed tree can be moved.
+file(RELATIVE_PATH ZEL_PREFIX_FROM_PC
+  ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(packaging/zel.pc.in ${PROJECT_BINARY_DIR}/zel.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zel.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

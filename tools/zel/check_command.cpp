@@ -1,0 +1,104 @@
+#include <algorithm>
+#include <array>
+
+#include "tools/zel/commands.h"
+#include "tools/zel/json_text.h"
+#include "tools/zel/mesh_file.h"
+#include "tools/zel/number_text.h"
+
+namespace zel::program {
+
+namespace {
+
+/// How a class of defect is called.
+struct DefectClass {
+  int MeshDefects::*count;
+  const char* name;         ///< for programs and for --ignore
+  const char* description;  ///< for people
+};
+
+constexpr std::array<DefectClass, 9> kDefectClasses = {{
+    {&MeshDefects::openEdges, "openEdges", "edges of one face"},
+    {&MeshDefects::crowdedEdges, "crowdedEdges", "edges of three or more faces"},
+    {&MeshDefects::mixedEdges, "mixedEdges", "edges whose two faces are wound against each other"},
+    {&MeshDefects::bowTieNodes, "bowTieNodes", "nodes whose faces form several fans"},
+    {&MeshDefects::duplicateFaces, "duplicateFaces", "faces of the same nodes as one before"},
+    {&MeshDefects::degenerateFaces, "degenerateFaces", "faces with a repeated node or no area"},
+    {&MeshDefects::danglingFaces, "danglingFaces", "faces that name a deleted node"},
+    {&MeshDefects::unusedNodes, "unusedNodes", "nodes that no face names"},
+    {&MeshDefects::nonFiniteNodes, "nonFiniteNodes", "nodes with NaN or infinity"},
+}};
+
+class CheckCommand : public Command {
+ public:
+  void declare(CLI::App& app) override {
+    std::vector<std::string> names;
+    for (const DefectClass& defect : kDefectClasses) {
+      names.emplace_back(defect.name);
+    }
+    app.add_option("files", files_, "Mesh files, or - for standard input")->required();
+    app.add_option("--ignore", ignored_, "A class of defect that shall not count; may be repeated")
+        ->check(CLI::IsMember(names))
+        ->expected(1);
+    app.add_flag("--json", json_, "One JSON object a line for each file");
+    app.add_option("--from", from_, "Read as this format, whatever the name says");
+    app.footer(
+        "Exit code 1 tells that a file has a defect.\n"
+        "Example: zel check bunny.obj --ignore openEdges");
+  }
+
+  ExitCode run(const Console& console) override {
+    return forEachFile(files_, console, [&](const std::string& file) {
+      const MeshDocument mesh = readMesh(file, from_, console);
+      const MeshDefects defects = findDefects(mesh.nodes, mesh.triangles, mesh.quads);
+      if (!console.quiet) {
+        console.result(json_ ? jsonText(file, defects) : text(file, defects));
+      }
+      return hasAny(defects) ? ExitCode::kFound : ExitCode::kDone;
+    });
+  }
+
+ private:
+  [[nodiscard]] bool counts(const DefectClass& defect) const {
+    return std::ranges::find(ignored_, defect.name) == ignored_.end();
+  }
+
+  [[nodiscard]] bool hasAny(const MeshDefects& defects) const {
+    return std::ranges::any_of(kDefectClasses, [&](const DefectClass& defect) {
+      return counts(defect) && defects.*defect.count > 0;
+    });
+  }
+
+  [[nodiscard]] std::string jsonText(const std::string& file, const MeshDefects& defects) const {
+    nlohmann::ordered_json json;
+    json["file"] = file;
+    for (const DefectClass& defect : kDefectClasses) {
+      json[defect.name] = defects.*defect.count;
+    }
+    json["sound"] = !hasAny(defects);
+    return jsonLine(json);
+  }
+
+  [[nodiscard]] std::string text(const std::string& file, const MeshDefects& defects) const {
+    std::string text = file + "\n";
+    for (const DefectClass& defect : kDefectClasses) {
+      const int count = defects.*defect.count;
+      if (count > 0) {
+        text += reportRow(defect.name, groupedText(count) + " " + defect.description +
+                                           (counts(defect) ? "" : " (ignored)"));
+      }
+    }
+    return text + (hasAny(defects) ? "" : reportRow("sound", "no defects"));
+  }
+
+  std::vector<std::string> files_;
+  std::vector<std::string> ignored_;
+  std::string from_;
+  bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeCheckCommand() { return std::make_unique<CheckCommand>(); }
+
+}  // namespace zel::program

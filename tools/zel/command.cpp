@@ -1,0 +1,38 @@
+#include "tools/zel/command.h"
+
+#include <new>
+#include <stdexcept>
+
+#include "tools/zel/failure.h"
+
+namespace zel::program {
+
+ExitCode guarded(const std::string& file, const Console& console,
+                 const std::function<ExitCode()>& work) {
+  const auto answer = [&console](const Failure& failure) {
+    console.complain(failure);
+    return failure.code();
+  };
+  try {
+    return work();
+  } catch (const Failure& failure) {
+    return answer(failure);
+  } catch (const std::bad_alloc&) {
+    return answer(exhausted(file, "out of memory"));
+  } catch (const std::length_error&) {
+    return answer(exhausted(file, "out of memory"));
+  } catch (const std::exception& error) {
+    return answer(unreadable(file, error.what()));
+  }
+}
+
+ExitCode forEachFile(const std::vector<std::string>& files, const Console& console,
+                     const std::function<ExitCode(const std::string&)>& work) {
+  ExitCode worst = ExitCode::kDone;
+  for (const std::string& file : files) {
+    worst = worse(worst, guarded(file, console, [&] { return work(file); }));
+  }
+  return worst;
+}
+
+}  // namespace zel::program

@@ -1,0 +1,19 @@
+#include "tools/zel/commands.h"
+
+namespace zel::program {
+
+const std::vector<CommandEntry>& commands() {
+  static const std::vector<CommandEntry> table = {
+      {"info", "Tell what is in mesh files", makeInfoCommand},
+      {"check", "Look for defects of meshes", makeCheckCommand},
+      {"convert", "Write a mesh in another format", makeConvertCommand},
+      {"diff", "Compare two meshes", makeDiffCommand},
+      {"weld", "Merge nodes within a tolerance", makeWeldCommand},
+      {"normals", "Give faces and nodes normals", makeNormalsCommand},
+      {"formats", "List the file formats", makeFormatsCommand},
+      {"demo", "Make, weld, save, read back and compare a mesh", makeDemoCommand},
+  };
+  return table;
+}
+
+}  // namespace zel::program

@@ -1,0 +1,35 @@
+#include "tools/zel/commands.h"
+#include "tools/zel/mesh_transfer.h"
+#include "tools/zel/mesh_weld.h"
+
+namespace zel::program {
+
+namespace {
+
+class ConvertCommand : public Command {
+ public:
+  void declare(CLI::App& app) override {
+    files_.declare(app);
+    app.add_flag("--weld", weld_, "Merge coincident nodes (within 0.0001) and repeated faces");
+    app.footer("Example: zel convert bunny.obj bunny.zel");
+  }
+
+  ExitCode run(const Console& console) override {
+    MeshDocument mesh = files_.read(console);
+    if (weld_) {
+      mesh = weldByMerging(mesh, files_.input(), console).mesh;
+    }
+    files_.write(mesh, console);
+    return ExitCode::kDone;
+  }
+
+ private:
+  MeshTransfer files_;
+  bool weld_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeConvertCommand() { return std::make_unique<ConvertCommand>(); }
+
+}  // namespace zel::program

@@ -1,0 +1,156 @@
+#include <chrono>
+#include <filesystem>
+#include <utility>
+
+#include "tools/zel/commands.h"
+#include "tools/zel/demo_shape.h"
+#include "tools/zel/failure.h"
+#include "tools/zel/mesh_compare.h"
+#include "tools/zel/mesh_facts.h"
+#include "tools/zel/mesh_file.h"
+#include "tools/zel/mesh_normals.h"
+#include "tools/zel/mesh_weld.h"
+#include "tools/zel/number_text.h"
+
+namespace zel::program {
+
+namespace {
+
+constexpr const char* kHeadline = "An open, fluted trefoil tube as a soup of loose triangles\n";
+
+/// Edges of one face only, as the library counts the faces of an edge.
+int countBoundaryEdges(const MeshDocument& mesh) {
+  int count = 0;
+  forEachFace(mesh.triangles, [&](int, const std::array<int, 3>& corners) {
+    for (std::size_t k = 0; k < corners.size(); ++k) {
+      int face = kNoIndex;
+      const int faces = mesh.triangles.JudgeBoundM(corners[k], corners[(k + 1) % 3], &face);
+      count += faces == 1 ? 1 : 0;
+    }
+  });
+  return count;
+}
+
+class DemoCommand : public Command {
+ public:
+  void declare(CLI::App& app) override {
+    app.add_option("--triangles", triangles_, "About how many triangles to make")
+        ->check(CLI::Range(1000, 10'000'000))
+        ->capture_default_str();
+    app.add_option("--output", output_, "The document to save")->capture_default_str();
+    app.footer(
+        "Makes a shape, scatters it as loose triangles, welds it, saves it, reads it back and\n"
+        "compares. Exit code 1 tells that something did not come out as it must.\n"
+        "Example: zel demo --triangles 1000000");
+  }
+
+  ExitCode run(const Console& console) override {
+    DemoSoup soup;
+    WeldedMesh welded;
+    int boundaryEdges = 0;
+    MeshDocument readBack;
+    time("make the soup", [&] { soup = makeDemoSoup(triangles_); });
+    time("weld", [&] { welded = weldByMerging(soup.mesh, "the soup", console); });
+    time("give normals", [&] {
+      giveFaceNormals(welded.mesh);
+      giveSmoothNodeNormals(welded.mesh);
+    });
+    time("find boundary", [&] { boundaryEdges = countBoundaryEdges(welded.mesh); });
+    time("save", [&] { save(welded.mesh, console); });
+    time("read back", [&] { readBack = readMesh(output_, "zel", console); });
+    MeshDifference difference;
+    time("compare", [&] { difference = compareExactly(welded.mesh, readBack); });
+
+    const bool asMade = welded.mesh.nodes.GetBoundM() == soup.nodes &&
+                        welded.mesh.triangles.GetBoundM() == soup.triangles &&
+                        welded.repeatedFaces == soup.repeated &&
+                        welded.collapsedFaces == soup.collapsed &&
+                        boundaryEdges == soup.boundaryEdges;
+    console.result(kHeadline + soupText(soup) + weldedText(welded, boundaryEdges) +
+                   fileText(difference) + timeText() + verdict(asMade, difference));
+    return asMade && difference.findings.empty() ? ExitCode::kDone : ExitCode::kFound;
+  }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  template <class Work>
+  void time(const char* what, Work work) {
+    const Clock::time_point start = Clock::now();
+    work();
+    times_.emplace_back(what, std::chrono::duration<double, std::milli>(Clock::now() - start));
+  }
+
+  void save(const MeshDocument& mesh, const Console& console) const {
+    const std::filesystem::path directory = std::filesystem::path(output_).parent_path();
+    std::error_code error;
+    if (!directory.empty() && !std::filesystem::create_directories(directory, error) && error) {
+      throw unwritable(directory.string(), systemText(error.value()));
+    }
+    writeMesh(mesh, output_, "zel", console);
+  }
+
+  static std::string soupText(const DemoSoup& soup) {
+    return reportRow("triangles", groupedText(soup.mesh.triangles.GetBoundM()) + ", " +
+                                      groupedText(soup.repeated) + " of them repeated and " +
+                                      groupedText(soup.collapsed) + " collapsed") +
+           reportRow("points", groupedText(soup.mesh.nodes.GetBoundM()) +
+                                   ", each moved by up to 0.000025 along every axis");
+  }
+
+  static std::string weldedText(const WeldedMesh& welded, int boundaryEdges) {
+    const MeshFacts facts = gatherFacts(welded.mesh);
+    std::string text = "Welded node by node and face by face\n";
+    text += reportRow("triangles", groupedText(welded.mesh.triangles.GetAvailableNumM()) +
+                                       " (refused " + groupedText(welded.repeatedFaces) +
+                                       " repeated, " + groupedText(welded.collapsedFaces) +
+                                       " collapsed)");
+    text += reportRow("nodes", groupedText(welded.mesh.nodes.GetAvailableNumM()));
+    text += reportRow("bounds", pointText(facts.lowest) + " to " + pointText(facts.highest));
+    text += reportRow("boundary", groupedText(boundaryEdges) + " edges in " +
+                                      groupedText(facts.boundaryLoops) + " loops");
+    return text;
+  }
+
+  [[nodiscard]] std::string fileText(const MeshDifference& difference) const {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(output_, error);
+    std::string text = "Saved and read back\n";
+    text += reportRow("file", output_);
+    text += reportRow("size", groupedText(static_cast<long long>(error ? 0 : size)) + " bytes");
+    text += reportRow("difference", difference.findings.empty() ? "none, to the last bit"
+                                                                : difference.findings.front());
+    return text;
+  }
+
+  [[nodiscard]] std::string timeText() const {
+    std::string text = "Time in milliseconds\n";
+    for (const auto& [what, duration] : times_) {
+      constexpr std::size_t kNumberWidth = 8;
+      const std::string number = std::to_string(static_cast<long long>(duration.count() + 0.5));
+      text += reportRow(
+          what, std::string(kNumberWidth - std::min(kNumberWidth, number.size()), ' ') + number);
+    }
+    return text;
+  }
+
+  [[nodiscard]] std::string verdict(bool asMade, const MeshDifference& difference) const {
+    if (!asMade) {
+      return "FAILED: the welded mesh is not the one that was taken apart\n";
+    }
+    if (!difference.findings.empty()) {
+      return "FAILED: the document did not bring back what was saved\n";
+    }
+    return "All as it must be. Look into it: zel info " + output_ + "\n";
+  }
+
+  int triangles_ = 150'000;
+  std::string output_ = "out/trefoil.zel";
+  std::vector<std::pair<const char*, std::chrono::duration<double, std::milli>>> times_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeDemoCommand() { return std::make_unique<DemoCommand>(); }
+
+}  // namespace zel::program

@@ -1,0 +1,17 @@
+#include "tools/zel/failure.h"
+
+#include <algorithm>
+#include <system_error>
+
+namespace zel::program {
+
+std::string Failure::line() const {
+  std::string text = file_ + ": " + what_ + ": " + why_;
+  std::ranges::replace_if(
+      text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '?');
+  return text;
+}
+
+std::string systemText(int errorNumber) { return std::generic_category().message(errorNumber); }
+
+}  // namespace zel::program

@@ -1,0 +1,53 @@
+#include "tools/zel/commands.h"
+#include "tools/zel/file_format.h"
+#include "tools/zel/json_text.h"
+
+namespace zel::program {
+
+namespace {
+
+class FormatsCommand : public Command {
+ public:
+  void declare(CLI::App& app) override {
+    app.add_flag("--json", json_, "One JSON array");
+    app.footer("Example: zel formats --json");
+  }
+
+  ExitCode run(const Console& console) override {
+    console.result(json_ ? jsonText() : text());
+    return ExitCode::kDone;
+  }
+
+ private:
+  static std::string jsonText() {
+    nlohmann::ordered_json json = nlohmann::ordered_json::array();
+    for (const FileFormat& format : fileFormats()) {
+      json.push_back({{"name", format.name}, {"reads", true}, {"writes", format.isWritten}});
+    }
+    return jsonLine(json);
+  }
+
+  static std::string text() {
+    std::string text = "read and written:\n";
+    std::string others = "read only, through Assimp:\n ";
+    constexpr std::size_t kPerLine = 12;
+    std::size_t count = 0;
+    for (const FileFormat& format : fileFormats()) {
+      if (format.isWritten) {
+        text += "  " + format.name + "  " + format.description + "\n";
+      } else {
+        others += (count > 0 && count % kPerLine == 0 ? "\n  " : " ") + format.name;
+        ++count;
+      }
+    }
+    return text + others + "\n";
+  }
+
+  bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeFormatsCommand() { return std::make_unique<FormatsCommand>(); }
+
+}  // namespace zel::program

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+#include "tools/zel/command.h"
+#include "tools/zel/mesh_document.h"
+
+namespace zel::program {
+
+/// The options of every subcommand that takes one mesh in and gives one mesh out.
+class MeshTransfer {
+ public:
+  /// Adds INPUT, OUTPUT, --from, --to and --in-place.
+  void declare(CLI::App& app);
+
+  /// What the input is called in messages.
+  [[nodiscard]] const std::string& input() const { return input_; }
+  /// @throws Failure: code 2 when neither or both of OUTPUT and --in-place are given.
+  [[nodiscard]] MeshDocument read(const Console& console) const;
+  [[nodiscard]] bool writesStandardOutput() const { return output_ == "-"; }
+  /// @throws Failure.
+  void write(const MeshDocument& mesh, const Console& console) const;
+
+ private:
+  std::string input_;
+  std::string output_;
+  std::string from_;
+  std::string to_;
+  bool inPlace_ = false;
+};
+
+}  // namespace zel::program

@@ -1,0 +1,96 @@
+#include <optional>
+
+#include "tools/zel/commands.h"
+#include "tools/zel/failure.h"
+#include "tools/zel/json_text.h"
+#include "tools/zel/mesh_transfer.h"
+#include "tools/zel/mesh_weld.h"
+#include "tools/zel/number_text.h"
+#include "tools/zel/output_file.h"
+
+namespace zel::program {
+
+namespace {
+
+/// One line "OLD NEW" for each node slot that held a live node.
+void writeMap(const std::vector<int>& newSlots, const std::string& file) {
+  std::string text;
+  for (std::size_t slot = 0; slot < newSlots.size(); ++slot) {
+    if (newSlots[slot] != kNoIndex) {
+      text += std::to_string(slot) + " " + std::to_string(newSlots[slot]) + "\n";
+    }
+  }
+  OutputFile output(file);
+  output.write(text);
+  output.commit();
+}
+
+class WeldCommand : public Command {
+ public:
+  void declare(CLI::App& app) override {
+    files_.declare(app);
+    CLI::Option* const absolute =
+        app.add_option("--tolerance", tolerance_, "Merge nodes up to this far apart (0.0001)")
+            ->check(CLI::NonNegativeNumber);
+    app.add_option("--relative", relative_, "The tolerance as a part of the bounds' diagonal")
+        ->check(CLI::NonNegativeNumber)
+        ->excludes(absolute);
+    app.add_option("--map", map_, "Write a line OLD NEW for each node to this file");
+    app.add_flag("--json", json_, "One JSON object");
+    app.footer(
+        "A node goes into the lowest-numbered node kept so far within the tolerance. Faces that\n"
+        "collapse are dropped, quads that lose one corner become triangles.\n"
+        "Example: zel weld scan.stl scan.zel --relative 1e-6 --map map.txt");
+  }
+
+  ExitCode run(const Console& console) override {
+    MeshDocument mesh = files_.read(console);
+    const double tolerance =
+        relative_ ? relativeTolerance(mesh.nodes, *relative_) : tolerance_.value_or(kTolerance);
+    const WeldReport report = weldWithin(mesh, tolerance);
+    if (!report.isDone) {
+      throw unreadable(files_.input(), "node " + std::to_string(report.badNode) +
+                                           " has a coordinate that is not finite");
+    }
+    files_.write(mesh, console);
+    if (!map_.empty()) {
+      writeMap(report.newIndexOf, map_);
+    }
+    // The report must not run into a mesh that goes to standard output.
+    if (!console.quiet && !files_.writesStandardOutput() && map_ != "-") {
+      console.result(json_ ? jsonText(tolerance, report) : text(tolerance, report));
+    }
+    return ExitCode::kDone;
+  }
+
+ private:
+  static std::string jsonText(double tolerance, const WeldReport& report) {
+    nlohmann::ordered_json json;
+    json["tolerance"] = tolerance;
+    json["nodesMerged"] = report.nodesMerged;
+    json["facesCollapsed"] = report.facesCollapsed;
+    json["quadsNarrowed"] = report.quadsNarrowed;
+    json["largestMove"] = report.largestMove;
+    return jsonLine(json);
+  }
+
+  static std::string text(double tolerance, const WeldReport& report) {
+    return reportRow("tolerance", shortText(tolerance)) +
+           reportRow("nodes merged", groupedText(report.nodesMerged)) +
+           reportRow("largest move", shortText(report.largestMove)) +
+           reportRow("faces collapsed", groupedText(report.facesCollapsed)) +
+           reportRow("quads narrowed", groupedText(report.quadsNarrowed));
+  }
+
+  MeshTransfer files_;
+  std::optional<double> tolerance_;
+  std::optional<double> relative_;
+  std::string map_;
+  bool json_ = false;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeWeldCommand() { return std::make_unique<WeldCommand>(); }
+
+}  // namespace zel::program
