@@ -138,6 +138,17 @@ TEST(Point2DArr, scopeIgnoresDeletedPointsAndStartsInverted) {
   EXPECT_EQ(y[1], -1.0e18F);
 }
 
+TEST(Point2DArr, boundTestTellsOutsideAndKnowsNoSmallRings) {
+  const Point2DArr square = ringOf({{0, 0}, {2, 0}, {2, 2}, {0, 2}, {0, 0}});
+  const float inside[2] = {0.5F, 1.25F};
+  const float outside[2] = {3, 1.25F};
+  const float onEdge[2] = {2, 1.25F};
+  EXPECT_EQ(square.JudgePntInBoundM(inside), 0);
+  EXPECT_EQ(square.JudgePntInBoundM(outside), 1);
+  EXPECT_EQ(square.JudgePntInBoundM(onEdge), 1);
+  EXPECT_EQ(ringOf({{0, 0}, {1, 0}, {0, 0}}).JudgePntInBoundM(outside), 0);
+}
+
 TEST(PixelArr, holesLieBetweenTheThresholdsToo) {
   PixelArr array;
   const float hidden[4] = {-9.9995e17F, 1, 2, 3};
