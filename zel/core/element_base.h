@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "zel/core/api.h"
+#include "zel/core/constants.h"
 
 class KwIOCL;
 
@@ -23,11 +24,11 @@ struct NotOverriding {};
 class ZEL_API KwBaseCL {
  public:
   /// Tag 30.
-  KwBaseCL();
+  KwBaseCL() : deleteTag_(zel::kTagNotAvailable) {}
   /// @param tag the delete tag, any value.
-  explicit KwBaseCL(char tag);
-  KwBaseCL(const KwBaseCL& other);
-  KwBaseCL& operator=(const KwBaseCL& other);
+  explicit KwBaseCL(char tag) : deleteTag_(static_cast<signed char>(tag)) {}
+  KwBaseCL(const KwBaseCL& other) = default;
+  KwBaseCL& operator=(const KwBaseCL& other) = default;
 
   /// Reads the delete tag from a stream. @throws int 107 when it cannot be read.
   virtual void FmInputZelFileM(KwIOCL* io);
@@ -40,16 +41,16 @@ class ZEL_API KwBaseCL {
   /// Hook for resetting an element; does nothing. @return 1.
   virtual int InitialM();
   /// Sets the tag back to 30.
-  virtual ~KwBaseCL();
+  virtual ~KwBaseCL() { deleteTag_ = zel::kTagNotAvailable; }
 
   /// @return the delete tag itself, not a truth value: compare it with 31.
-  [[nodiscard]] char IsAvailableM() const;
+  [[nodiscard]] char IsAvailableM() const { return static_cast<char>(deleteTag_); }
   /// @param tag the new delete tag, any value.
-  void SetDeleteTagM(char tag);
+  void SetDeleteTagM(char tag) { deleteTag_ = static_cast<signed char>(tag); }
 
  protected:
   /// Marks the element deleted (32).
-  void DelItemM();
+  void DelItemM() { deleteTag_ = zel::kTagDeleted; }
 
  private:
   signed char deleteTag_;

@@ -4,12 +4,6 @@
 
 #include "zel/geometry/geometry.h"
 
-NodeCL::NodeCL() : point_{}, normal_{} {}
-NodeCL::NodeCL(char tag) : KwBaseCL(tag), point_{}, normal_{} {}
-NodeCL::NodeCL(const NodeCL& other) = default;
-NodeCL& NodeCL::operator=(const NodeCL& other) = default;
-NodeCL::~NodeCL() = default;
-
 void NodeCL::GetPntM(float* point) const { std::copy_n(point_, 3, point); }
 
 void NodeCL::GetNormalM(float* normal) const { std::copy_n(normal_, 3, normal); }

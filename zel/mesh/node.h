@@ -27,12 +27,12 @@ class NodeIndex;
 /// One mesh node. Points and normals are `float[3]`; a fresh node has both zero and tag 30.
 class ZEL_API NodeCL : public KwBaseCL {
  public:
-  NodeCL();
+  NodeCL() = default;
   /// @param tag the delete tag, any value.
-  explicit NodeCL(char tag);
-  NodeCL(const NodeCL& other);
-  NodeCL& operator=(const NodeCL& other);
-  ~NodeCL() override;
+  explicit NodeCL(char tag) : KwBaseCL(tag) {}
+  NodeCL(const NodeCL& other) = default;
+  NodeCL& operator=(const NodeCL& other) = default;
+  ~NodeCL() override = default;
 
   /// Reads tag, point and normal. @throws int 107 when one cannot be read.
   void FmInputZelFileM(KwIOCL* io) override;
@@ -68,8 +68,8 @@ class ZEL_API NodeCL : public KwBaseCL {
   [[nodiscard]] float* normal() { return normal_; }
 
  private:
-  float point_[3];
-  float normal_[3];
+  float point_[3] = {};
+  float normal_[3] = {};
 };
 
 #pragma GCC diagnostic pop

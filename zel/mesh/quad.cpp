@@ -2,12 +2,6 @@
 
 #include "zel/mesh/detail/face_record_ops.h"
 
-QuadCL::QuadCL() = default;
-QuadCL::QuadCL(char tag) : KwBaseCL(tag) {}
-QuadCL::QuadCL(const QuadCL& other) = default;
-QuadCL& QuadCL::operator=(const QuadCL& other) = default;
-QuadCL::~QuadCL() = default;
-
 void QuadCL::GetQuadM(int* out) const { std::copy_n(record_.corners, 4, out); }
 
 void QuadCL::SetQuadM(const int* indices) { std::copy_n(indices, 4, record_.corners); }

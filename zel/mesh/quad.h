@@ -24,12 +24,12 @@ class FaceIndex;
 /// One four-cornered face; corners in cyclic order. Fresh state as TriangleCL, with four indices.
 class ZEL_API QuadCL : public KwBaseCL {
  public:
-  QuadCL();
+  QuadCL() = default;
   /// @param tag the delete tag, any value.
-  explicit QuadCL(char tag);
-  QuadCL(const QuadCL& other);
-  QuadCL& operator=(const QuadCL& other);
-  ~QuadCL() override;
+  explicit QuadCL(char tag) : KwBaseCL(tag) {}
+  QuadCL(const QuadCL& other) = default;
+  QuadCL& operator=(const QuadCL& other) = default;
+  ~QuadCL() override = default;
 
   /// Reads tag, indices, normal and normal type, an order unlike the writer's: text lists of
   /// quads cannot be read back. @throws int 107 when a field cannot be read.

@@ -2,12 +2,6 @@
 
 #include "zel/mesh/detail/face_record_ops.h"
 
-TriangleCL::TriangleCL() = default;
-TriangleCL::TriangleCL(char tag) : KwBaseCL(tag) {}
-TriangleCL::TriangleCL(const TriangleCL& other) = default;
-TriangleCL& TriangleCL::operator=(const TriangleCL& other) = default;
-TriangleCL::~TriangleCL() = default;
-
 void TriangleCL::GetTriangleM(int* out) const { std::copy_n(record_.corners, 3, out); }
 
 void TriangleCL::SetTriangleM(const int* indices) { std::copy_n(indices, 3, record_.corners); }

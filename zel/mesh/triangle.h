@@ -34,12 +34,12 @@ class FaceIndex;
 /// ("no node").
 class ZEL_API TriangleCL : public KwBaseCL {
  public:
-  TriangleCL();
+  TriangleCL() = default;
   /// @param tag the delete tag, any value.
-  explicit TriangleCL(char tag);
-  TriangleCL(const TriangleCL& other);
-  TriangleCL& operator=(const TriangleCL& other);
-  ~TriangleCL() override;
+  explicit TriangleCL(char tag) : KwBaseCL(tag) {}
+  TriangleCL(const TriangleCL& other) = default;
+  TriangleCL& operator=(const TriangleCL& other) = default;
+  ~TriangleCL() override = default;
 
   /// Reads tag, indices, normal and normal type, an order unlike the writer's: text lists of
   /// triangles cannot be read back. @throws int 107 when a field cannot be read.

@@ -1,7 +1,7 @@
 #include "zel/mesh/detail/corner_sets.h"
 
 #include <algorithm>
-#include <bit>
+#include <utility>
 
 namespace zel {
 
@@ -16,18 +16,19 @@ std::uint64_t mixed(std::uint64_t value) {
 
 }  // namespace
 
-CornerSets::Key::Key(const int* corners) : nodes{corners[0], corners[1], corners[2]} {
-  if (nodes[0] > nodes[1]) {
-    std::swap(nodes[0], nodes[1]);
+// Sorted without branches: the order of corners is as good as random.
+CornerSets::Key::Key(const int* corners) {
+  const int low = std::min(corners[0], corners[1]);
+  const int high = std::max(corners[0], corners[1]);
+  const int rest = std::max(low, corners[2]);
+  nodes[0] = std::min(low, corners[2]);
+  nodes[1] = std::min(high, rest);
+  nodes[2] = std::max(high, rest);
+  count = 3;
+  if (nodes[0] == nodes[1] || nodes[1] == nodes[2]) {
+    count = static_cast<int>(std::unique(nodes, nodes + 3) - nodes);
+    std::fill(nodes + count, nodes + 3, nodes[count - 1]);
   }
-  if (nodes[1] > nodes[2]) {
-    std::swap(nodes[1], nodes[2]);
-  }
-  if (nodes[0] > nodes[1]) {
-    std::swap(nodes[0], nodes[1]);
-  }
-  count = static_cast<int>(std::unique(nodes, nodes + 3) - nodes);
-  std::fill(nodes + count, nodes + 3, nodes[count - 1]);
 }
 
 CornerSets::Key::Key(const Key& all, unsigned members) : count(0) {
@@ -45,73 +46,98 @@ std::uint32_t CornerSets::Key::hash() const {
   const auto c = static_cast<std::uint32_t>(nodes[2]);
   const std::uint64_t sum = mixed(std::uint64_t{a} << 32 | b) + c;
   const auto top = static_cast<std::uint32_t>(mixed(sum) * kMix >> 32);
-  return (top & ~1U) | (count < 3 ? 1U : 0U);
+  return (top & ~3U) | 2U | (count < 3 ? 1U : 0U);
 }
 
 void CornerSets::clear() {
-  heads_ = {};
-  links_ = {};
+  buckets_ = {};
+  hashes_ = {};
+  twins_.clear();
+  used_ = entries_ = 0;
   degenerate_ = 0;
 }
 
 void CornerSets::reserve(int count) {
-  links_.reserve(static_cast<std::size_t>(count));
-  grow(static_cast<std::size_t>(count));
+  hashes_.reserve(static_cast<std::size_t>(count));
+  refill(std::bit_ceil(static_cast<std::size_t>(count) / 4 + 16));
 }
 
-// Half to three quarters as many slots as chains.
-void CornerSets::grow(std::size_t count) {
-  const std::size_t chains = std::bit_ceil(std::max<std::size_t>(count + count / 3, 64));
-  heads_.assign(chains, kEnd);
-  shift_ = 32 - std::countr_zero(chains);
-  for (std::size_t slot = 0; slot < links_.size(); ++slot) {
-    if (links_[slot].previous != kNotFiled) {
-      link(static_cast<int>(slot));
+// Moves all entries to a table of the given size. Hashes keep their order, so both tables are
+// passed through from front to back.
+void CornerSets::refill(std::size_t bucketCount) {
+  std::vector<Bucket> old(bucketCount);
+  old.swap(buckets_);
+  shift_ = 32 - std::countr_zero(bucketCount);
+  used_ = entries_ = 0;
+  for (const Bucket& bucket : old) {
+    for (int lane = 0; lane < kLanes; ++lane) {
+      if (bucket.hash[lane] > kErased) {
+        place(bucket.hash[lane], bucket.head[lane]);
+      }
     }
   }
 }
 
-void CornerSets::link(int slot) {
-  const std::size_t chain = headOf(at(slot).hash);
-  int& head = heads_[chain];
-  at(slot).next = head;
-  at(slot).previous = ~static_cast<int>(chain);
-  if (head != kEnd) {
-    at(head).previous = slot;
+CornerSets::Place CornerSets::find(std::uint32_t hash) {
+  for (std::size_t i = homeOf(hash);; i = nextOf(i)) {
+    if (const unsigned lanes = lanesEqual(buckets_[i].hash, hash); lanes != 0) {
+      return {&buckets_[i], std::countr_zero(lanes)};
+    }
+    if (!buckets_[i].isFull()) {
+      return {nullptr, 0};
+    }
   }
-  head = slot;
+}
+
+// Puts an entry for a new hash into the first free lane.
+void CornerSets::place(std::uint32_t hash, int head) {
+  for (std::size_t i = homeOf(hash);; i = nextOf(i)) {
+    Bucket& bucket = buckets_[i];
+    for (int lane = 0; lane < kLanes; ++lane) {
+      if (bucket.hash[lane] <= kErased) {
+        used_ += bucket.hash[lane] == kEmpty ? 1U : 0U;
+        ++entries_;
+        bucket.hash[lane] = hash;
+        bucket.head[lane] = head;
+        return;
+      }
+    }
+  }
 }
 
 void CornerSets::put(int slot, const int* corners) {
-  const Key key(corners);
-  const std::uint32_t hash = key.hash();
-  const auto size = static_cast<std::size_t>(slot) + 1;
-  if (links_.size() < size) {
-    links_.resize(size);
+  const std::uint32_t hash = Key(corners).hash();
+  const auto number = static_cast<std::size_t>(slot);
+  if (hashes_.size() <= number) {
+    hashes_.resize(number + 1, kEmpty);
   }
   remove(slot);
-  at(slot).hash = hash;
+  hashes_[number] = hash;
   degenerate_ += static_cast<int>(hash & 1U);
-  if (links_.size() * 4 > heads_.size() * 3) {
-    at(slot).previous = ~0;  // filed by grow()
-    grow(links_.size() * 2);
-  } else {
-    link(slot);
+  if (const Place twin = find(hash); twin.bucket != nullptr) {
+    twins_.addBeside(twin.bucket->head[twin.lane], slot);
+    return;
+  }
+  place(hash, slot);
+  if (used_ > buckets_.size() * 5) {
+    refill(buckets_.size() * (entries_ * 2 > used_ ? 2 : 1));
   }
 }
 
 void CornerSets::remove(int slot) {
-  if (static_cast<std::size_t>(slot) >= links_.size() || at(slot).previous == kNotFiled) {
+  const auto number = static_cast<std::size_t>(slot);
+  if (number >= hashes_.size() || hashes_[number] == kEmpty) {
     return;
   }
-  const Link old = at(slot);
-  degenerate_ -= static_cast<int>(old.hash & 1U);
-  if (old.next != kEnd) {
-    at(old.next).previous = old.previous;
+  const std::uint32_t hash = std::exchange(hashes_[number], kEmpty);
+  degenerate_ -= static_cast<int>(hash & 1U);
+  const Place place = find(hash);
+  // A mark has to stay in a full bucket, for the entries that have moved on; and in the others,
+  // because lanes fill in order.
+  if (!twins_.remove(place.bucket->head[place.lane], slot)) {
+    place.bucket->hash[place.lane] = kErased;
+    --entries_;
   }
-  (old.previous < 0 ? heads_[static_cast<std::size_t>(~old.previous)] : at(old.previous).next) =
-      old.next;
-  at(slot).previous = kNotFiled;
 }
 
 }  // namespace zel

@@ -6,7 +6,8 @@
 #include <limits>
 
 #include "zel/core/constants.h"
-#include "zel/geometry/geometry.h"
+#include "zel/geometry/detail/vectors.h"
+#include "zel/mesh/detail/lanes.h"
 
 namespace zel {
 
@@ -24,38 +25,41 @@ constexpr std::uint64_t kMix[4] = {0x9E3779B97F4A7C15U, 0xC2B2AE3D27D4EB4FU, 0x1
                                    0xD6E8FEB86659FD93U};
 
 constexpr std::size_t kSampleSize = 64;
+constexpr NodeGrid::Point kNowhere{std::numeric_limits<float>::quiet_NaN(),
+                                   std::numeric_limits<float>::quiet_NaN(),
+                                   std::numeric_limits<float>::quiet_NaN()};
+constexpr int kNone = std::numeric_limits<int>::max();
 
 void prefetch(const void* address) { __builtin_prefetch(address); }
 
 }  // namespace
 
 NodeGrid::Bucket::Bucket() {
-  std::fill_n(x, kLanes, std::numeric_limits<float>::quiet_NaN());
-  std::fill_n(y, kLanes, std::numeric_limits<float>::quiet_NaN());
-  std::fill_n(z, kLanes, std::numeric_limits<float>::quiet_NaN());
-  std::fill_n(slot, kLanes, kEmpty);
+  for (int lane = 0; lane < kLanes; ++lane) {
+    marks[lane] = 0;
+    put(lane, kEmpty, kNowhere);
+  }
 }
 
-void NodeGrid::Bucket::put(int lane, int newSlot, const Point& p) {
+void NodeGrid::Bucket::put(int lane, std::uint32_t slot, const Point& p) {
   x[lane] = p[0];
   y[lane] = p[1];
   z[lane] = p[2];
-  slot[lane] = newSlot;
+  setSlot(lane, slot);
 }
 
 // In a full bucket a mark has to stay: entries that moved on must still be found.
 void NodeGrid::Bucket::take(int lane) {
-  constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
   if (isFull()) {
-    put(lane, kErased, {kNone, kNone, kNone});
+    put(lane, kErased, kNowhere);
     return;
   }
   int last = lane;
-  while (last + 1 < kLanes && slot[last + 1] != kEmpty) {
+  while (last + 1 < kLanes && slotOf(last + 1) != kEmpty) {
     ++last;
   }
-  put(lane, slot[last], {x[last], y[last], z[last]});
-  put(last, kEmpty, {kNone, kNone, kNone});
+  put(lane, slotOf(last), pointOf(last));
+  put(last, kEmpty, kNowhere);
 }
 
 // --- cells -------------------------------------------------------------------------------------
@@ -80,6 +84,7 @@ std::size_t NodeGrid::nextOf(std::size_t bucket) const {
 void NodeGrid::setCell(double cell) {
   cell_ = cell;
   perCell_ = 1.0 / cell;
+  inner_ = 0.5 - kReach * perCell_ - 1e-6;
 }
 
 // About one point per cell, for points spread over a surface.
@@ -107,8 +112,8 @@ std::vector<NodeGrid::Point> NodeGrid::sampleEntries() const {
   const std::size_t stride = std::max<std::size_t>(buckets_.size() / kSampleSize, 1);
   for (std::size_t i = 0; i < buckets_.size(); i += stride) {
     const Bucket& bucket = buckets_[i];
-    if (bucket.slot[0] >= 0) {
-      sample.push_back({bucket.x[0], bucket.y[0], bucket.z[0]});
+    if (bucket.isTaken(0)) {
+      sample.push_back(bucket.pointOf(0));
     }
   }
   return sample;
@@ -145,8 +150,8 @@ void NodeGrid::refill(std::size_t bucketCount, double cell) {
     used_ = entries_ = overflowed_ = 0;
     for (const Bucket& bucket : old) {
       for (int lane = 0; lane < kLanes && !isCrowded(); ++lane) {
-        if (bucket.slot[lane] >= 0) {
-          place(bucket.slot[lane], {bucket.x[lane], bucket.y[lane], bucket.z[lane]});
+        if (bucket.isTaken(lane)) {
+          place(bucket.slotOf(lane), bucket.pointOf(lane));
         }
       }
     }
@@ -178,28 +183,29 @@ NodeGrid::Place NodeGrid::find(const Point& p) {
   for (std::size_t i = homeOf(p);; i = nextOf(i)) {
     Bucket& bucket = buckets_[i];
     for (int lane = 0; lane < kLanes; ++lane) {
-      if (bucket.isAt(lane, p)) {
+      if (bucket.pointOf(lane) == p) {
         return {&bucket, lane};
       }
     }
-    if (!bucket.isFull()) {
+    if (!bucket.hasOverflowed()) {
       return {nullptr, 0};
     }
   }
 }
 
 // Puts an entry for a new position into the first free lane.
-bool NodeGrid::place(int slot, const Point& p) {
+void NodeGrid::place(std::uint32_t slot, const Point& p) {
   for (std::size_t i = homeOf(p);; i = nextOf(i)) {
     Bucket& bucket = buckets_[i];
     for (int lane = 0; lane < kLanes; ++lane) {
-      if (bucket.slot[lane] < 0) {
-        used_ += bucket.slot[lane] == kEmpty ? 1U : 0U;
+      if (!bucket.isTaken(lane)) {
+        used_ += bucket.slotOf(lane) == kEmpty ? 1U : 0U;
         ++entries_;
         bucket.put(lane, slot, p);
-        return true;
+        return;
       }
     }
+    bucket.setOverflowed();
     ++overflowed_;
   }
 }
@@ -209,12 +215,13 @@ void NodeGrid::insert(int slot, const float* p) {
     return;
   }
   const Point point{p[0], p[1], p[2]};
-  const Place twin = find(point);
-  if (twin.bucket != nullptr) {
-    twins_.add(twin.bucket->slot[twin.lane], slot);
+  if (const Place twin = find(point); twin.bucket != nullptr) {
+    auto head = static_cast<int>(twin.bucket->slotOf(twin.lane));
+    twins_.addInOrder(head, slot);
+    twin.bucket->setSlot(twin.lane, static_cast<std::uint32_t>(head));
     return;
   }
-  place(slot, point);
+  place(static_cast<std::uint32_t>(slot), point);
   makeRoom();
 }
 
@@ -223,7 +230,12 @@ void NodeGrid::erase(int slot, const float* p) {
     return;
   }
   const Place place = find({p[0], p[1], p[2]});
-  if (place.bucket == nullptr || twins_.remove(place.bucket->slot[place.lane], slot)) {
+  if (place.bucket == nullptr) {
+    return;
+  }
+  auto head = static_cast<int>(place.bucket->slotOf(place.lane));
+  if (twins_.remove(head, slot)) {
+    place.bucket->setSlot(place.lane, static_cast<std::uint32_t>(head));
     return;
   }
   const bool leavesMark = place.bucket->isFull();
@@ -234,56 +246,71 @@ void NodeGrid::erase(int slot, const float* p) {
 
 // --- searching ---------------------------------------------------------------------------------
 
-int NodeGrid::lowestInChain(std::size_t home, const float* p) const {
-  constexpr float kNear = static_cast<float>(kReach);
-  int lowest = std::numeric_limits<int>::max();
+inline int NodeGrid::lowestInChain(std::size_t home, const float* p) const {
+  constexpr float kNearSquare = static_cast<float>(kReach * kReach);
+  int lowest = kNone;
   for (std::size_t i = home;; i = nextOf(i)) {
     const Bucket& bucket = buckets_[i];
-    unsigned near = 0;
-    for (int lane = 0; lane < kLanes; ++lane) {
-      const bool isNear = (std::fabs(bucket.x[lane] - p[0]) <= kNear) &
-                          (std::fabs(bucket.y[lane] - p[1]) <= kNear) &
-                          (std::fabs(bucket.z[lane] - p[2]) <= kNear);
-      near |= static_cast<unsigned>(isNear) << lane;
-    }
-    for (; near != 0; near &= near - 1) {
+    for (unsigned near = lanesNear(bucket.x, bucket.y, bucket.z, p, kNearSquare); near != 0;
+         near &= near - 1) {
       const int lane = std::countr_zero(near);
-      const float there[3] = {bucket.x[lane], bucket.y[lane], bucket.z[lane]};
-      if (bucket.slot[lane] < lowest && slIsEqualPoint3D(there, p) == 1) {
-        lowest = bucket.slot[lane];
+      if (isEqualPoint(bucket.pointOf(lane).data(), p)) {
+        lowest = std::min(lowest, static_cast<int>(bucket.slotOf(lane)));
       }
     }
-    if (!bucket.isFull()) {
+    if (!bucket.hasOverflowed()) {
       return lowest;
     }
   }
 }
 
+// Most points lie well inside one cell. The whole number nearest to a coordinate, in cells, names
+// its cell; how far it is off tells how near the next one is. Beyond kMiddle the difference is no
+// longer exact enough.
 int NodeGrid::lowestNear(const float* p) const {
-  std::uint64_t keys[8];
-  int count = 1;
-  keys[0] = 0;
+  constexpr double kMiddle = 1 << 30;
+  std::uint64_t key = 0;
+  double off = 0;
+  double far = 0;
   for (int axis = 0; axis < 3; ++axis) {
-    const std::uint64_t low = cellOf(p[axis] - kReach) * kMix[axis];
-    const std::uint64_t high = cellOf(p[axis] + kReach) * kMix[axis];
-    for (int k = 0; high != low && k < count; ++k) {
-      keys[count + k] = keys[k] + high;
-    }
-    for (int k = 0; k < count; ++k) {
-      keys[k] += low;
-    }
-    count *= high == low ? 1 : 2;
+    const double x = p[axis] * perCell_;
+    const double whole = x + kToWhole;
+    key += std::bit_cast<std::uint64_t>(whole) * kMix[axis];
+    off = std::max(off, std::fabs(x - (whole - kToWhole)));
+    far = std::max(far, std::fabs(x));
+  }
+  const int lowest =
+      off < inner_ && far < kMiddle ? lowestInChain(homeOf(key), p) : lowestInCells(p);
+  return lowest == kNone ? kNoIndex : lowest;
+}
+
+int NodeGrid::lowestInCells(const float* p) const {
+  std::uint64_t low[3];
+  std::uint64_t high[3];
+  for (int axis = 0; axis < 3; ++axis) {
+    low[axis] = cellOf(p[axis] - kReach) * kMix[axis];
+    high[axis] = cellOf(p[axis] + kReach) * kMix[axis];
   }
   std::size_t homes[8];
-  for (int k = 0; k < count; ++k) {
-    homes[k] = homeOf(keys[k]);
-    prefetch(&buckets_[homes[k]]);
+  int count = 0;
+  for (int corner = 0; corner < 8; ++corner) {
+    std::uint64_t key = 0;
+    bool isNew = true;
+    for (int axis = 0; axis < 3; ++axis) {
+      const bool isHigh = (corner >> axis & 1) != 0;
+      isNew = isNew && !(isHigh && high[axis] == low[axis]);
+      key += isHigh ? high[axis] : low[axis];
+    }
+    if (isNew) {
+      homes[count] = homeOf(key);
+      prefetch(&buckets_[homes[count++]]);
+    }
   }
-  int lowest = std::numeric_limits<int>::max();
+  int lowest = kNone;
   for (int k = 0; k < count; ++k) {
     lowest = std::min(lowest, lowestInChain(homes[k], p));
   }
-  return lowest == std::numeric_limits<int>::max() ? kNoIndex : lowest;
+  return lowest;
 }
 
 }  // namespace zel

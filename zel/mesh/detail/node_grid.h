@@ -35,23 +35,30 @@ class NodeGrid {
 
  private:
   static constexpr int kLanes = 4;
-  static constexpr int kEmpty = -1;
-  static constexpr int kErased = -2;
+  /// Marks in place of a slot; a store holds far fewer slots than these numbers.
+  static constexpr std::uint32_t kErased = 0x3FFFFFFE;
+  static constexpr std::uint32_t kEmpty = 0x3FFFFFFF;
 
-  /// Lanes fill in order; the last one empty means that no entry has moved on.
+  /// Lanes fill in order.
   struct alignas(64) Bucket {
     float x[kLanes];
     float y[kLanes];
     float z[kLanes];
-    int slot[kLanes];
+    std::uint32_t marks[kLanes];  ///< the slot; the top bit of the first: entries have moved on
 
     Bucket();
-    void put(int lane, int newSlot, const Point& p);
+    void put(int lane, std::uint32_t slot, const Point& p);
     void take(int lane);
-    [[nodiscard]] bool isAt(int lane, const Point& p) const {
-      return x[lane] == p[0] && y[lane] == p[1] && z[lane] == p[2];
-    }
-    [[nodiscard]] bool isFull() const { return slot[kLanes - 1] != kEmpty; }
+    void setSlot(int lane, std::uint32_t slot) { marks[lane] = (marks[lane] & kMovedOn) | slot; }
+    [[nodiscard]] std::uint32_t slotOf(int lane) const { return marks[lane] & kEmpty; }
+    [[nodiscard]] bool isTaken(int lane) const { return slotOf(lane) < kErased; }
+    [[nodiscard]] bool isFull() const { return slotOf(kLanes - 1) != kEmpty; }
+    [[nodiscard]] bool hasOverflowed() const { return (marks[0] & kMovedOn) != 0; }
+    void setOverflowed() { marks[0] |= kMovedOn; }
+    [[nodiscard]] Point pointOf(int lane) const { return {x[lane], y[lane], z[lane]}; }
+
+   private:
+    static constexpr std::uint32_t kMovedOn = 0x80000000;
   };
   struct Place {
     Bucket* bucket;
@@ -63,8 +70,9 @@ class NodeGrid {
   [[nodiscard]] std::size_t homeOf(const Point& p) const;
   [[nodiscard]] std::size_t nextOf(std::size_t bucket) const;
   [[nodiscard]] Place find(const Point& p);
-  [[nodiscard]] int lowestInChain(std::size_t bucket, const float* p) const;
-  bool place(int slot, const Point& p);
+  [[nodiscard]] int lowestInChain(std::size_t home, const float* p) const;
+  [[nodiscard]] int lowestInCells(const float* p) const;
+  void place(std::uint32_t slot, const Point& p);
   void setCell(double cell);
   void refill(std::size_t bucketCount, double cell);
   void makeRoom();
@@ -76,6 +84,7 @@ class NodeGrid {
   TwinRings twins_;
   double cell_ = 1.0;
   double perCell_ = 1.0;
+  double inner_ = 0.0;          ///< up to here from its middle, in cells, a cell has no neighbours
   int shift_ = 0;               ///< leaves the hash's top bits as the bucket number
   std::size_t used_ = 0;        ///< lanes that are not empty, erased ones included
   std::size_t entries_ = 0;     ///< lanes that hold a slot

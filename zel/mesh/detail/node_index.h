@@ -25,11 +25,15 @@ class NodeIndex {
   void storeMoved(const NodeCL* nodes, int bound);
 
   /// The lowest live node equal to p, or kNoIndex.
-  [[nodiscard]] int lowestAt(const NodeCL* nodes, int bound, const float* p);
+  [[nodiscard]] int lowestAt(const NodeCL* nodes, int bound, const float* p) {
+    return isGridBuilt_ && exposed_.slots().empty() ? grid_.lowestNear(p)
+                                                    : lowestOfAll(nodes, bound, p);
+  }
   /// The nearest live node, or kNoIndex.
   [[nodiscard]] int nearestTo(const NodeCL* nodes, int bound, const float* p);
 
  private:
+  [[nodiscard]] int lowestOfAll(const NodeCL* nodes, int bound, const float* p);
   [[nodiscard]] bool hasGrid(const NodeCL* nodes, int bound);
   void giveUpGrid();
   void buildGrid(const NodeCL* nodes, int bound);
