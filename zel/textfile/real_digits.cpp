@@ -1,6 +1,7 @@
 #include "zel/textfile/detail/real_digits.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <charconv>
 #include <limits>
@@ -9,32 +10,43 @@
 namespace zel {
 namespace {
 
-// Powers of ten that a double holds exactly.
-constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                   1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                   1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 constexpr int kLargestPower = 22;
 
-// Whether rounding once more, to a float, must give what rounding the exact value gives. Only a
-// double in the very middle between two floats hides on which side of it the exact value lies.
+// 10^-22 to 10^22. A double holds the positive powers exactly, and each negative one as near as
+// any double.
+constexpr auto kPowersOfTen = [] {
+  std::array<double, 2 * kLargestPower + 1> powers{};
+  double power = 1;
+  for (std::size_t i = 0; i <= kLargestPower; ++i, power *= 10) {
+    powers[kLargestPower + i] = power;
+    powers[kLargestPower - i] = 1 / power;
+  }
+  return powers;
+}();
+
+// Whether a double, at most 2 units in its last place away from the exact value, rounds to the
+// float to which that rounds: it must not lie too near to the middle between two floats.
 bool mayRoundAgain(double value) {
   constexpr double kSmallestSafe = 1e-37;  // above the floats of lesser precision
   constexpr double kLargestSafe = 1e38;
   constexpr std::uint64_t kDropped = (1U << 29) - 1;
   constexpr std::uint64_t kMiddle = 1U << 28;
+  constexpr std::uint64_t kMargin = 4;
+  const std::uint64_t dropped = std::bit_cast<std::uint64_t>(value) & kDropped;
   return value > kSmallestSafe && value < kLargestSafe &&
-         (std::bit_cast<std::uint64_t>(value) & kDropped) != kMiddle;
+         (dropped < kMiddle - kMargin || dropped > kMiddle + kMargin);
 }
 
 }  // namespace
 
 float nearestFloat(std::uint64_t mantissa, std::int64_t exponent) {
   constexpr std::uint64_t kExactInDouble = std::uint64_t{1} << 53;
+  if (mantissa == 0) {
+    return 0;
+  }
   if (mantissa <= kExactInDouble && exponent >= -kLargestPower && exponent <= kLargestPower) {
-    // Both operands are exact, so this is the double nearest to the number.
-    const auto whole = static_cast<double>(mantissa);
-    const double value =
-        exponent < 0 ? whole / kPowersOfTen[-exponent] : whole * kPowersOfTen[exponent];
+    const double power = kPowersOfTen[static_cast<std::size_t>(exponent + kLargestPower)];
+    const double value = static_cast<double>(mantissa) * power;
     if (mayRoundAgain(value)) {
       return static_cast<float>(value);
     }

@@ -1,5 +1,6 @@
 #include "zel/textfile/detail/text_scanner.h"
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 
@@ -57,19 +58,30 @@ void TextScanner::giveBack() {
   }
 }
 
+// Inside the buffer no end is looked for: a zero, which is no space, stands behind its last
+// character.
 void TextScanner::skipSpace() {
-  int c = peek();
-  while (isSpace(c)) {
-    c = next();
+  while (peek() != EOF) {
+    const char* c = at_;
+    while (isSpace(*c)) {
+      ++c;
+    }
+    at_ = c;
+    if (at_ != end_) {
+      return;
+    }
   }
 }
 
 bool TextScanner::skipLine() {
-  int c = take();
-  while (c != '\n' && c != EOF) {
-    c = take();
+  while (peek() != EOF) {
+    const void* feed = std::memchr(at_, '\n', static_cast<std::size_t>(end_ - at_));
+    at_ = feed != nullptr ? static_cast<const char*>(feed) + 1 : end_;
+    if (feed != nullptr) {
+      return true;
+    }
   }
-  return c == '\n';
+  return false;
 }
 
 void TextScanner::line(char* text, int size) {
@@ -188,6 +200,24 @@ bool TextScanner::namedReal(float& value) {
   return takeLetters("inf") && (lowerCase(peek()) != 'i' || takeLetters("inity"));
 }
 
+// Takes decimal digits while `mantissa` has room for one more. @return how many.
+std::int64_t TextScanner::takeDigits(std::uint64_t& mantissa) {
+  constexpr std::uint64_t kRoomForOneMore = 1'000'000'000'000'000'000;
+  std::int64_t count = 0;
+  while (peek() != EOF) {
+    const char* digit = at_;  // the zero behind the buffer ends this, as in skipSpace()
+    for (; isDigit(*digit) && mantissa < kRoomForOneMore; ++digit) {
+      mantissa = mantissa * 10 + static_cast<unsigned>(*digit - '0');
+    }
+    count += digit - at_;
+    at_ = digit;
+    if (at_ != end_) {
+      break;
+    }
+  }
+  return count;
+}
+
 // The exponent behind `letter`, 0 without one. A letter without digits is taken and counts as
 // exponent 0, as stdio has it.
 std::int64_t TextScanner::takeExponent(char letter) {
@@ -196,12 +226,14 @@ std::int64_t TextScanner::takeExponent(char letter) {
   }
   take();
   const bool negative = takeSign();
-  constexpr std::int64_t kBeyondAnyReal = 1'000'000'000'000;
-  std::int64_t exponent = 0;
-  for (int c = peek(); isDigit(c); c = next()) {
-    exponent = exponent > kBeyondAnyReal ? exponent : exponent * 10 + (c - '0');
+  constexpr std::uint64_t kBeyondAnyReal = 1'000'000'000'000;
+  std::uint64_t exponent = 0;
+  takeDigits(exponent);
+  while (isDigit(peek())) {
+    take();
   }
-  return negative ? -exponent : exponent;
+  const auto limited = static_cast<std::int64_t>(std::min(exponent, kBeyondAnyReal));
+  return negative ? -limited : limited;
 }
 
 bool TextScanner::hexReal(float& value) {
@@ -222,24 +254,6 @@ bool TextScanner::hexReal(float& value) {
     value = digits.value(takeExponent('p'));
   }
   return hasDigit;
-}
-
-// Takes decimal digits while `mantissa` has room for one more. @return how many.
-std::int64_t TextScanner::takeDigits(std::uint64_t& mantissa) {
-  constexpr std::uint64_t kRoomForOneMore = 1'000'000'000'000'000'000;
-  std::int64_t count = 0;
-  while (peek() != EOF) {
-    const char* digit = at_;  // a character that is no digit stands at the buffer's end
-    for (; isDigit(*digit) && mantissa < kRoomForOneMore; ++digit) {
-      mantissa = mantissa * 10 + static_cast<unsigned>(*digit - '0');
-    }
-    count += digit - at_;
-    at_ = digit;
-    if (at_ != end_) {
-      break;
-    }
-  }
-  return count;
 }
 
 // A decimal number; with `hasDigit` its first digit, a zero, was taken before.
