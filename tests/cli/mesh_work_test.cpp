@@ -87,4 +87,52 @@ TEST_F(MeshWork, theInputChangesOnlyInPlace) {
   EXPECT_EQ(readFile(file("a.obj")), readFile(file("b.obj")));
 }
 
+TEST_F(MeshWork, weldTellsToleranceAndLargestMoveAndWritesTheMap) {
+  writeFile(file("a.obj"),
+            "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 0.125 0 0\nv 1 0 0.0625\nv 1 1 0\nf 1 2 3\nf 4 5 6\n");
+  const ProgramRun run = runProgram({"weld", file("a.obj"), file("b.obj"), "--tolerance", "0.125",
+                                     "--map", file("map.txt"), "--json"});
+  ASSERT_EQ(run.exitCode, 0) << run.err;
+  const nlohmann::json report = nlohmann::json::parse(run.out);
+  EXPECT_EQ(report["tolerance"], 0.125);
+  EXPECT_EQ(report["largestMove"], 0.125);
+  EXPECT_EQ(report["nodesMerged"], 2);
+  EXPECT_EQ(readFile(file("map.txt")), "0 0\n1 1\n2 2\n3 0\n4 1\n5 3\n");
+  EXPECT_EQ(readFile(file("b.obj")), "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 1 1 0\nf 1 2 3\nf 1 2 4\n");
+}
+
+TEST_F(MeshWork, weldToleranceCanBeRelativeToTheBounds) {
+  writeFile(file("a.obj"), "v 0 0 0\nv 3 4 0\nv 3 4 0.4\nv 0 0 0\n");
+  const auto merged = [&](const char* relative) {
+    const ProgramRun run =
+        runProgram({"weld", file("a.obj"), file("b.zel"), "--relative", relative, "--json"});
+    return nlohmann::json::parse(run.out)["nodesMerged"].get<int>();
+  };
+  EXPECT_EQ(merged("0"), 1);
+  EXPECT_EQ(merged("0.079"), 1);
+  EXPECT_EQ(merged("0.081"), 2);
+}
+
+TEST_F(MeshWork, weldTakesTextureCoordinatesAlongAndRefusesNaN) {
+  writeFile(file("a.obj"),
+            "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 0 0 0\nv 1 1 0\nvt 0.5 0.25\nvt 0.75 1\n"
+            "f 1/1 4/1 2/1\nf 1/2 2/2 3/2\nf 4/1 2/1 5/2\n");
+  ASSERT_EQ(runProgram({"weld", file("a.obj"), file("b.obj"), "-q"}).exitCode, 0);
+  EXPECT_EQ(readFile(file("b.obj")),
+            "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 1 1 0\nvt 0.75 1\nvt 0.75 1\nvt 0.75 1\n"
+            "vt 0.5 0.25\nvt 0.5 0.25\nvt 0.75 1\nf 1/1 2/2 3/3\nf 1/4 2/5 4/6\n");
+  writeFile(file("nan.obj"), "v 0 0 0\nv 0 nan 0\n");
+  const ProgramRun run = runProgram({"weld", file("nan.obj"), file("c.obj")});
+  EXPECT_EQ(run.exitCode, 3);
+  EXPECT_NE(run.err.find("node 1"), std::string::npos) << run.err;
+  EXPECT_FALSE(std::filesystem::exists(file("c.obj")));
+}
+
+TEST_F(MeshWork, orientTurnsTheOddFaceRound) {
+  writeFile(file("a.obj"),
+            "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 0 0 1\nf 1 3 2\nf 1 2 4\nf 2 4 3\nf 3 1 4\n");
+  ASSERT_EQ(runProgram({"normals", file("a.obj"), file("b.obj"), "--orient"}).exitCode, 0);
+  EXPECT_EQ(runProgram({"check", file("b.obj")}).exitCode, 0);
+}
+
 }  // namespace zel::test
