@@ -10,6 +10,8 @@ const std::vector<CommandEntry>& commands() {
       {"diff", "Compare two meshes", makeDiffCommand},
       {"weld", "Merge nodes within a tolerance", makeWeldCommand},
       {"normals", "Give faces and nodes normals", makeNormalsCommand},
+      {"unfold", "Lay triangles out flat as texture coordinates", makeUnfoldCommand},
+      {"fit", "Fit a plane, a line and a circle to points", makeFitCommand},
       {"formats", "List the file formats", makeFormatsCommand},
       {"demo", "Make, weld, save, read back and compare a mesh", makeDemoCommand},
   };

@@ -14,6 +14,8 @@ std::unique_ptr<Command> makeDiffCommand();
 std::unique_ptr<Command> makeFormatsCommand();
 std::unique_ptr<Command> makeWeldCommand();
 std::unique_ptr<Command> makeNormalsCommand();
+std::unique_ptr<Command> makeUnfoldCommand();
+std::unique_ptr<Command> makeFitCommand();
 std::unique_ptr<Command> makeDemoCommand();
 
 /// How the program introduces and makes a subcommand.
