@@ -14,6 +14,7 @@ TEST(Demo, weldsTheSoupBackToTheTubeAndSavesIt) {
   EXPECT_EQ(run.exitCode, 0) << run.out << run.err;
   EXPECT_NE(run.out.find("none, to the last bit"), std::string::npos) << run.out;
   const ProgramRun info = runProgram({"info", dir.file("out/trefoil.zel"), "--json"});
+  EXPECT_EQ(readFile(dir.file("out/demo.png")).substr(0, 4), "\x89PNG");
   const nlohmann::json facts = nlohmann::json::parse(info.out);
   EXPECT_GE(facts["triangles"], 3000);
   EXPECT_EQ(facts["components"], 1);

@@ -48,7 +48,7 @@ TEST(ExitCodes, helpAndGuideShowTheSameTable) {
 TEST(ExitCodes, helpAndVersionAreNoFailures) {
   EXPECT_EQ(runProgram({"--help"}).exitCode, 0);
   EXPECT_EQ(runProgram({"--version"}).exitCode, 0);
-  for (const char* command : {"info", "convert", "diff", "formats", "demo"}) {
+  for (const char* command : {"info", "convert", "diff", "formats", "render", "view", "demo"}) {
     const ProgramRun run = runProgram({command, "--help"});
     EXPECT_EQ(run.exitCode, 0) << command;
     EXPECT_NE(run.out.find("Example: zel " + std::string(command)), std::string::npos) << run.out;

@@ -13,6 +13,8 @@ const std::vector<CommandEntry>& commands() {
       {"unfold", "Lay triangles out flat as texture coordinates", makeUnfoldCommand},
       {"fit", "Fit a plane, a line and a circle to points", makeFitCommand},
       {"formats", "List the file formats", makeFormatsCommand},
+      {"render", "Draw a mesh into a PNG picture", makeRenderCommand},
+      {"view", "Show a mesh in a window", makeViewCommand},
       {"demo", "Make, weld, save, read back and compare a mesh", makeDemoCommand},
   };
   return table;

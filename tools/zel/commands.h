@@ -16,6 +16,8 @@ std::unique_ptr<Command> makeWeldCommand();
 std::unique_ptr<Command> makeNormalsCommand();
 std::unique_ptr<Command> makeUnfoldCommand();
 std::unique_ptr<Command> makeFitCommand();
+std::unique_ptr<Command> makeRenderCommand();
+std::unique_ptr<Command> makeViewCommand();
 std::unique_ptr<Command> makeDemoCommand();
 
 /// How the program introduces and makes a subcommand.

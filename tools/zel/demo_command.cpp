@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "tools/view/graphics_error.h"
 #include "tools/zel/commands.h"
 #include "tools/zel/demo_shape.h"
 #include "tools/zel/failure.h"
@@ -11,11 +12,13 @@
 #include "tools/zel/mesh_normals.h"
 #include "tools/zel/mesh_weld.h"
 #include "tools/zel/number_text.h"
+#include "tools/zel/picture_file.h"
 
 namespace zel::program {
 
 namespace {
 
+constexpr const char* kPictureName = "demo.png";
 constexpr const char* kHeadline = "An open, fluted trefoil tube as a soup of loose triangles\n";
 
 /// Edges of one face only, as the library counts the faces of an edge.
@@ -60,6 +63,7 @@ class DemoCommand : public Command {
     time("read back", [&] { readBack = readMesh(output_, "zel", console); });
     MeshDifference difference;
     time("compare", [&] { difference = compareExactly(welded.mesh, readBack); });
+    time("draw", [&] { draw(readBack); });
 
     const bool asMade = welded.mesh.nodes.GetBoundM() == soup.nodes &&
                         welded.mesh.triangles.GetBoundM() == soup.triangles &&
@@ -67,7 +71,7 @@ class DemoCommand : public Command {
                         welded.collapsedFaces == soup.collapsed &&
                         boundaryEdges == soup.boundaryEdges;
     console.result(kHeadline + soupText(soup) + weldedText(welded, boundaryEdges) +
-                   fileText(difference) + timeText() + verdict(asMade, difference));
+                   fileText(difference) + pictureText_ + timeText() + verdict(asMade, difference));
     return asMade && difference.findings.empty() ? ExitCode::kDone : ExitCode::kFound;
   }
 
@@ -79,6 +83,17 @@ class DemoCommand : public Command {
     const Clock::time_point start = Clock::now();
     work();
     times_.emplace_back(what, std::chrono::duration<double, std::milli>(Clock::now() - start));
+  }
+
+  // A machine without OpenGL does everything else of the demo.
+  void draw(const MeshDocument& mesh) {
+    const std::string file = (std::filesystem::path(output_).parent_path() / kPictureName).string();
+    try {
+      writePicture(demoPicture(mesh), file);
+      pictureText_ = "Drawn\n" + reportRow("picture", file);
+    } catch (const view::GraphicsError& error) {
+      pictureText_ = "Not drawn\n" + reportRow("reason", error.what());
+    }
   }
 
   void save(const MeshDocument& mesh, const Console& console) const {
@@ -146,6 +161,7 @@ class DemoCommand : public Command {
 
   int triangles_ = 150'000;
   std::string output_ = "out/trefoil.zel";
+  std::string pictureText_;
   std::vector<std::pair<const char*, std::chrono::duration<double, std::milli>>> times_;
 };
 

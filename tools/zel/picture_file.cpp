@@ -1,0 +1,35 @@
+#include "tools/zel/picture_file.h"
+
+#include "tools/view/render.h"
+#include "tools/zel/output_file.h"
+#include "tools/zel/view_options.h"
+
+namespace zel::program {
+
+namespace {
+
+constexpr view::ViewSize kDemoSize{960, 640};
+// The side from which all three loops of the demo's knot are seen.
+constexpr double kDemoYaw = 20;
+constexpr double kDemoPitch = 44;
+
+}  // namespace
+
+void writePicture(const view::Picture& picture, const std::string& file) {
+  OutputFile output(file);
+  output.write(view::pngBytes(picture));
+  output.commit();
+}
+
+view::Picture demoPicture(const MeshDocument& mesh) {
+  const std::unique_ptr<view::SceneMesh> scene = sceneOf(mesh);
+  view::DrawOptions options;
+  options.smooth = true;
+  options.boundary = true;
+  view::Camera camera(view::UpAxis::kZ);
+  camera.setAngles(kDemoYaw, kDemoPitch);
+  camera.frame(scene->shownPoints(), kDemoSize);
+  return view::renderPicture(*scene, {}, camera, options, kDemoSize);
+}
+
+}  // namespace zel::program

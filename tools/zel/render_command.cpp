@@ -1,0 +1,94 @@
+#include <chrono>
+
+#include "tools/view/graphics_error.h"
+#include "tools/view/render.h"
+#include "tools/zel/commands.h"
+#include "tools/zel/failure.h"
+#include "tools/zel/mesh_file.h"
+#include "tools/zel/number_text.h"
+#include "tools/zel/picture_file.h"
+#include "tools/zel/view_options.h"
+
+namespace zel::program {
+
+namespace {
+
+class RenderCommand : public Command {
+ public:
+  void declare(CLI::App& app) override {
+    app.add_option("file", file_, "Mesh file, or - for standard input")->required();
+    app.add_option("-o,--output", output_, "PNG file to write, or - for standard output")
+        ->required();
+    app.add_option("--from", from_, "Read as this format, whatever the name says");
+    const CLI::Range sides(view::kSmallestSide, view::kLargestSide);
+    app.add_option("--width", size_.width, "Pixels")->check(sides)->capture_default_str();
+    app.add_option("--height", size_.height, "Pixels")->check(sides)->capture_default_str();
+    app.add_option("--yaw", yaw_, "Look from so many degrees to the right of the front")
+        ->capture_default_str();
+    app.add_option("--pitch", pitch_, "Look from so many degrees above, -90 to 90")
+        ->check(CLI::Range(-90.0, 90.0))
+        ->capture_default_str();
+    app.add_flag("--orthographic", orthographic_, "Draw without perspective");
+    viewOptions_.declare(app);
+    app.footer(
+        "Needs OpenGL, but no display.\n"
+        "Example: zel render bunny.obj -o bunny.png --smooth --yaw -20");
+  }
+
+  ExitCode run(const Console& console) override {
+    return guarded(file_, console, [&] {
+      const view::TextureImage texture = viewOptions_.texture();
+      const std::unique_ptr<view::SceneMesh> scene = sceneOf(readMesh(file_, from_, console));
+      const view::DrawOptions options = viewOptions_.drawOptions();
+      if (options.textured && scene->textureCoords.empty()) {
+        throw unreadable(file_, "the mesh has no texture coordinates to lay a texture over");
+      }
+      const auto start = std::chrono::steady_clock::now();
+      const view::Picture picture = draw(*scene, texture, options);
+      const std::chrono::duration<double, std::milli> time =
+          std::chrono::steady_clock::now() - start;
+      writePicture(picture, output_);
+      report(console, *scene, time.count());
+      return ExitCode::kDone;
+    });
+  }
+
+ private:
+  [[nodiscard]] view::Picture draw(const view::SceneMesh& scene, const view::TextureImage& texture,
+                                   const view::DrawOptions& options) const {
+    view::Camera camera(viewOptions_.upAxis());
+    camera.setAngles(yaw_, pitch_);
+    camera.setOrthographic(orthographic_);
+    camera.frame(scene.shownPoints(), size_);
+    try {
+      return view::renderPicture(scene, texture, camera, options, size_);
+    } catch (const view::GraphicsError& error) {
+      throw Failure(ExitCode::kNoGraphics, file_, "cannot draw", error.what());
+    }
+  }
+
+  void report(const Console& console, const view::SceneMesh& scene, double milliseconds) const {
+    if (output_ == "-" || console.quiet) {
+      return;
+    }
+    console.result(output_ + ": " + std::to_string(size_.width) + " x " +
+                   std::to_string(size_.height) + " pixels, " +
+                   groupedText(scene.triangleCount + scene.quadCount) + " faces drawn in " +
+                   std::to_string(static_cast<long long>(milliseconds + 0.5)) + " ms\n");
+  }
+
+  std::string file_;
+  std::string output_;
+  std::string from_;
+  view::ViewSize size_{1200, 900};
+  double yaw_ = 30;
+  double pitch_ = 20;
+  bool orthographic_ = false;
+  ViewOptions viewOptions_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeRenderCommand() { return std::make_unique<RenderCommand>(); }
+
+}  // namespace zel::program

@@ -1,0 +1,110 @@
+#include <filesystem>
+
+#include "tools/view/graphics_error.h"
+#include "tools/view/viewer.h"
+#include "tools/zel/commands.h"
+#include "tools/zel/failure.h"
+#include "tools/zel/input_file.h"
+#include "tools/zel/mesh_file.h"
+#include "tools/zel/number_text.h"
+#include "tools/zel/picture_file.h"
+#include "tools/zel/view_options.h"
+
+namespace zel::program {
+
+namespace {
+
+std::string windowTitle(const std::string& file, const view::SceneMesh& scene) {
+  return std::filesystem::path(file).filename().string() + " - " + groupedText(scene.nodeCount) +
+         " nodes, " + groupedText(scene.triangleCount) + " triangles, " +
+         groupedText(scene.quadCount) + " quads";
+}
+
+bool savePicture(const view::Picture& picture, const std::string& file) {
+  try {
+    writePicture(picture, file);
+    return true;
+  } catch (const Failure&) {
+    return false;
+  }
+}
+
+class ViewCommand : public Command {
+ public:
+  void declare(CLI::App& app) override {
+    app.add_option("file", file_, "Mesh file, or - for standard input")->required();
+    app.add_option("--from", from_, "Read as this format, whatever the name says");
+    app.add_option("--script", script_, "Play the session written in this file, then end");
+    viewOptions_.declare(app);
+    std::string keys = "In the window:\n";
+    for (const std::string& line : view::bindingLines()) {
+      keys += "  " + line + "\n";
+    }
+    app.footer(keys + "Example: zel view bunny.obj --smooth");
+  }
+
+  ExitCode run(const Console& console) override {
+    return guarded(file_, console, [&] {
+      view::ViewerSetup setup;
+      setup.up = viewOptions_.upAxis();
+      setup.draw = viewOptions_.drawOptions();
+      setup.texture = viewOptions_.texture();
+      setup.script = readScript();
+      view::OpenedScene first = open(file_, from_, console);
+      try {
+        view::Viewer viewer(
+            setup, {[&console](const std::string& file) { return openDropped(file, console); },
+                    savePicture});
+        viewer.show(std::move(first));
+        viewer.run();
+      } catch (const view::GraphicsError& error) {
+        throw Failure(ExitCode::kNoGraphics, file_, "cannot show", error.what());
+      }
+      return ExitCode::kDone;
+    });
+  }
+
+ private:
+  static view::OpenedScene open(const std::string& file, const std::string& format,
+                                const Console& console) {
+    view::OpenedScene opened;
+    opened.scene = sceneOf(readMesh(file, format, console));
+    opened.title = windowTitle(file, *opened.scene);
+    return opened;
+  }
+
+  static view::OpenedScene openDropped(const std::string& file, const Console& console) {
+    view::OpenedScene opened;
+    try {
+      opened = open(file, "", console);
+    } catch (const Failure& failure) {
+      opened.problem = failure.line();
+    } catch (const std::bad_alloc&) {
+      opened.problem = file + ": too large: out of memory";
+    }
+    return opened;
+  }
+
+  [[nodiscard]] std::vector<view::ScriptStep> readScript() const {
+    if (script_.empty()) {
+      return {};
+    }
+    const InputFile input(script_);
+    try {
+      return view::parseScript(input.readAll());
+    } catch (const std::runtime_error& error) {
+      throw unreadable(script_, error.what());
+    }
+  }
+
+  std::string file_;
+  std::string from_;
+  std::string script_;
+  ViewOptions viewOptions_;
+};
+
+}  // namespace
+
+std::unique_ptr<Command> makeViewCommand() { return std::make_unique<ViewCommand>(); }
+
+}  // namespace zel::program

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <memory>
+#include <string>
+
+#include "tools/view/camera.h"
+#include "tools/view/draw_options.h"
+#include "tools/view/scene_mesh.h"
+#include "tools/view/texture.h"
+#include "tools/zel/mesh_document.h"
+
+namespace zel::program {
+
+/// The options that pictures and the viewer share.
+struct ViewOptions {
+  /// Adds the options to a subcommand.
+  void declare(CLI::App& app);
+
+  /// @throws Failure (code 3) when the texture cannot be read.
+  [[nodiscard]] view::TextureImage texture() const;
+  [[nodiscard]] view::DrawOptions drawOptions() const;
+  [[nodiscard]] view::UpAxis upAxis() const {
+    return up_ == "z" ? view::UpAxis::kZ : view::UpAxis::kY;
+  }
+
+ private:
+  bool wireframe_ = false;
+  bool smooth_ = false;
+  bool edges_ = false;
+  bool boundary_ = false;
+  bool normals_ = false;
+  bool checker_ = false;
+  std::string up_ = "y";
+  std::string textureFile_;
+  std::string background_;
+};
+
+/// Makes a mesh ready for drawing.
+[[nodiscard]] std::unique_ptr<view::SceneMesh> sceneOf(const MeshDocument& mesh);
+
+}  // namespace zel::program
