@@ -2,11 +2,13 @@
 
 #include <array>
 #include <assimp/Importer.hpp>
+#include <cstdint>
 #include <limits>
 #include <string>
 
 #include "tools/zel/assimp_file.h"
 #include "tools/zel/failure.h"
+#include "tools/zel/word_scanner.h"
 
 namespace zel::program {
 
@@ -93,11 +95,38 @@ class SceneJoiner {
   int first_ = 0;  ///< node slot of the present part's vertex 0
 };
 
+/// Assimp takes memory for what a PLY header counts before it looks for the content, so a count
+/// that the file cannot hold is refused here: every element takes at least one byte.
+void refuseImpossibleCounts(const InputFile& input) {
+  constexpr std::size_t kLongestHeader = std::size_t{1} << 16;
+  const std::string head = input.readStart(kLongestHeader);
+  WordScanner scanner(head);
+  if (scanner.word() != "ply") {
+    return;
+  }
+  for (scanner.nextLine(); !scanner.atEnd(); scanner.nextLine()) {
+    const std::string_view keyword = scanner.word();
+    if (keyword == "end_header") {
+      return;
+    }
+    const std::string_view element = keyword == "element" ? scanner.word() : "";
+    std::uint64_t count = 0;
+    if (!element.empty() && WordScanner::parse(scanner.word(), count) && count > input.size()) {
+      throw unreadable(input.name(), "the header counts " + std::to_string(count) + " of " +
+                                         std::string(element) + " in a file of " +
+                                         std::to_string(input.size()) + " bytes");
+    }
+  }
+}
+
 }  // namespace
 
 MeshDocument readThroughAssimp(const InputFile& input, const std::string& format) {
   Assimp::Importer importer;
   const aiScene* scene = nullptr;
+  if (format == "ply") {
+    refuseImpossibleCounts(input);
+  }
   const bool nameTellsFormat =
       input.isOwnFile() &&
       importer.GetImporterIndex(format.c_str()) ==
