@@ -31,7 +31,7 @@ TEST(Readme, showsTheExampleThatIsBuilt) {
 }
 
 TEST(Readme, everyLinkLeadsSomewhere) {
-  for (const std::string page : {"README.md", "docs/guide.md", "docs/zel-format.md"}) {
+  for (const std::string page : {"README.md", "docs/guide.md", "docs/format.md"}) {
     const std::string text = source(page);
     const auto folder = std::filesystem::path(ZEL_SOURCE_DIR) / page;
     const std::regex link("\\]\\(([^)#:]+)(#[^)]*)?\\)");

@@ -128,7 +128,8 @@ class ZEL_API Point3DArr {
   /// As GetShapeErrorToLineM(), for (distance to `centre`) - `radius`.
   [[nodiscard]] float GetShapeErrorToCircleM(const float* centre, float radius) const;
   /// Least-squares plane, solved for the axis in which `direction` is largest.
-  /// @param[out] normal unit, and @param[out] d, with normal . X + d = 0; untouched on failure.
+  /// @param[out] normal unit; untouched on failure.
+  /// @param[out] d      the constant of normal . X + d = 0; untouched on failure.
   /// @return 1, or the code of slSolveEquationGroup3() when it fails.
   int GenPlaneByLeastSquareM(const float* direction, float* normal, float* d) const;
   /// Normal equations of the fit x[c] + p x[a] + q x[b] + r = 0.
