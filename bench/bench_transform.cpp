@@ -1,15 +1,18 @@
 // Moving all nodes of a mesh: records of 40 bytes with a point and a normal at the offsets that a
 // node has them, through one matrix. Beside `NodeArr::TransByMatrixM`: the single calls in a loop,
 // the loop written by hand (double precision), Eigen in double and in single precision (the latter
-// rounds at every step and so gives other results), and a plain copy of the same memory.
+// rounds at every step and so gives other results), and a plain copy of the same memory. Then the
+// same for `Point3DArr::ProjectPntsToPlaneM`.
 
 #include <benchmark/benchmark.h>
 
 #include <Eigen/Dense>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <vector>
 
+#include "zel/containers/point3d_arr.h"
 #include "zel/core/constants.h"
 #include "zel/geometry/matrices.h"
 #include "zel/mesh/node.h"
@@ -118,6 +121,59 @@ void nodesPlainCopy(benchmark::State& state) {
   });
 }
 
+using Points = std::vector<std::array<float, 3>>;
+
+Points makePoints(std::int64_t count) {
+  Points points;
+  for (const Node& node : makeNodes(count)) {
+    points.push_back({node.point[0], node.point[1], node.point[2]});
+  }
+  return points;
+}
+
+constexpr float kPlanePoint[3]{1, 2, 3};
+constexpr float kPlaneNormal[3]{0.36F, 0.48F, -0.8F};
+
+void projectZelBulk(benchmark::State& state) {
+  Point3DArr list;
+  for (const auto& point : makePoints(state.range(0))) {
+    list.AddItemM(point.data());
+  }
+  time(state, [&] { list.ProjectPntsToPlaneM(kPlanePoint, kPlaneNormal); });
+}
+
+void projectByHand(benchmark::State& state) {
+  Points points = makePoints(state.range(0));
+  const double a = kPlaneNormal[0], b = kPlaneNormal[1], c = kPlaneNormal[2];
+  const double d = -(a * kPlanePoint[0] + b * kPlanePoint[1] + c * kPlanePoint[2]);
+  time(state, [&] {
+    for (auto& p : points) {
+      const double s = a * p[0] + b * p[1] + c * p[2] + d;
+      p = {static_cast<float>(p[0] - s * a), static_cast<float>(p[1] - s * b),
+           static_cast<float>(p[2] - s * c)};
+    }
+  });
+}
+
+void projectEigen(benchmark::State& state) {
+  Points points = makePoints(state.range(0));
+  const Eigen::Vector3d normal = Eigen::Map<const Eigen::Vector3f>(kPlaneNormal).cast<double>();
+  const double d = -normal.dot(Eigen::Map<const Eigen::Vector3f>(kPlanePoint).cast<double>());
+  time(state, [&] {
+    for (auto& p : points) {
+      Eigen::Map<Eigen::Vector3f> point(p.data());
+      const Eigen::Vector3d v = point.cast<double>();
+      point = Eigen::Vector3d(v - (normal.dot(v) + d) * normal).cast<float>();
+    }
+  });
+}
+
+void projectPlainCopy(benchmark::State& state) {
+  const Points points = makePoints(state.range(0));
+  Points target = points;
+  time(state, [&] { std::memcpy(target.data(), points.data(), points.size() * sizeof points[0]); });
+}
+
 #define ZEL_NODE_COUNTS Arg(1000)->Arg(100000)->Arg(1000000)->Arg(4000000)
 BENCHMARK(nodesZelBulk)->ZEL_NODE_COUNTS;
 BENCHMARK(nodesZelCalls)->ZEL_NODE_COUNTS;
@@ -125,5 +181,9 @@ BENCHMARK(nodesByHand)->ZEL_NODE_COUNTS;
 BENCHMARK(nodesEigen<double>)->ZEL_NODE_COUNTS;
 BENCHMARK(nodesEigen<float>)->ZEL_NODE_COUNTS;
 BENCHMARK(nodesPlainCopy)->ZEL_NODE_COUNTS;
+BENCHMARK(projectZelBulk)->ZEL_NODE_COUNTS;
+BENCHMARK(projectByHand)->ZEL_NODE_COUNTS;
+BENCHMARK(projectEigen)->ZEL_NODE_COUNTS;
+BENCHMARK(projectPlainCopy)->ZEL_NODE_COUNTS;
 
 }  // namespace

@@ -1,7 +1,5 @@
 // Moves of whole point sets: onto a plane, into a local coordinate system.
 
-#include <algorithm>
-
 #include "zel/containers/point3d_arr.h"
 #include "zel/geometry/detail/vectors.h"
 #include "zel/geometry/geometry.h"
@@ -9,11 +7,11 @@
 
 void Point3DArr::ProjectPntsToPlaneM(const float* p, const float* nrm) {
   const float d = slGetPlaneEquation(p, nrm);
+  const zel::Vec3 n = nrm;
   zel::Float3* store = slots_.changeAll().data();
   zel::scanAvailable(*this, 0, -1, [&](const float* point, int slot) {
-    float projected[3];
-    slProjectPntToPlane(nrm, d, point, projected);
-    std::copy_n(projected, 3, store[slot].data());
+    // As slProjectPntToPlane(), without a call for every point.
+    zel::along(point, -(zel::dot(n, point) + d), n).store(store[slot].data());
   });
 }
 

@@ -7,6 +7,9 @@
 
 namespace zel {
 
+/// Whether IsPntAvailableM() calls a point available, told from the point itself.
+inline bool isAvailable(const float* point) { return point[0] > kLiveNearMark; }
+
 /// Calls visit(point, slot) for up to `k` available points from slot `start` upward; a negative
 /// `k` takes as many as there are slots.
 template <class Visit>
@@ -15,7 +18,7 @@ void scanAvailable(const Point3DArr& points, int start, int k, Visit visit) {
   int left = k < 0 ? bound : k;
   const auto* store = points.getCurrentItemPrtConstM();
   for (int slot = std::max(start, 0); slot < bound && left > 0; ++slot) {
-    if (points.IsPntAvailableM(slot) == kTagAvailable) {
+    if (isAvailable(store[slot])) {
       visit(static_cast<const float*>(store[slot]), slot);
       --left;
     }
@@ -27,7 +30,7 @@ template <class Visit>
 void scanAboveMark(const Point3DArr& points, Visit visit) {
   const auto* store = points.getCurrentItemPrtConstM();
   for (int slot = 0; slot < points.GetBoundM(); ++slot) {
-    if (store[slot][0] > kLiveNearMark) {
+    if (isAvailable(store[slot])) {
       visit(static_cast<const float*>(store[slot]));
     }
   }
