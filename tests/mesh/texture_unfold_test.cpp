@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 #include "support/meshes.h"
@@ -213,6 +214,9 @@ TEST(Unfold, coincidentCornersAndBadIndicesGiveAResult) {
   EXPECT_EQ(none.triangles.GetTexCoordM(noSystem(), &noneUv, none.nodes), 1);
   none.addTriangle(0, 1, 2);
   EXPECT_EQ(none.triangles.GetTexCoordM(noSystem(), &noneUv, none.nodes), 0);
+  const TriangleCL face = std::as_const(mesh.triangles)[1];
+  face.SetTexCoordM(1431655766, 0, 1, nullptr, nullptr, nullptr, mesh.nodes, &noneUv);
+  EXPECT_EQ(noneUv.GetBoundM(), 0);
 }
 
 }  // namespace

@@ -97,10 +97,29 @@ Mesh tangledGrid(unsigned seed) {
   return mesh;
 }
 
+/// Faces about one hub and a few rim nodes: edges of many faces, in both windings, some degenerate.
+Mesh tangledHub(unsigned seed) {
+  std::mt19937 random(seed);
+  const unsigned rim = 2 + seed % 9;
+  Mesh mesh;
+  for (unsigned node = 0; node <= rim; ++node) {
+    mesh.addNode(static_cast<float>(random() % 50), static_cast<float>(random() % 50),
+                 static_cast<float>(random() % 5));
+  }
+  for (int face = 0; face < 70; ++face) {
+    const int a = static_cast<int>(1 + random() % rim);
+    const int b = static_cast<int>(1 + random() % rim);
+    random() % 2 == 0 ? mesh.addTriangle(0, a, b) : mesh.addTriangle(b, 0, a);
+  }
+  zel::test::setFaceNormals(mesh);
+  mesh.triangles.DelItemM(static_cast<int>(1 + random() % 60));
+  return mesh;
+}
+
 TEST(UnfoldWalk, agreesWithThePlainWalkToTheLastBit) {
   int reachedAll = 0;
   for (unsigned seed = 1; seed <= 60; ++seed) {
-    Mesh mesh = tangledGrid(seed);
+    Mesh mesh = seed % 3 == 0 ? tangledHub(seed) : tangledGrid(seed);
     XYCoordSysD none{};
     none.origin[0] = zel::kFloatMark;
     TriangleArr plain(mesh.triangles);

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <new>
 #include <queue>
 #include <vector>
 
 #include "zel/containers/int2d_arr.h"
 #include "zel/containers/point2d_arr.h"
 #include "zel/core/constants.h"
+#include "zel/core/memory.h"
 #include "zel/geometry/detail/vectors.h"
 #include "zel/geometry/geometry.h"
 #include "zel/mesh/detail/directed_edges.h"
@@ -32,11 +34,16 @@ struct TriedEdge {
 constexpr TriedEdge kTriedEdges[3] = {
     {0, 2, kTagOneEdgeTried}, {1, 0, kTagTwoEdgesTried}, {2, 1, zel::kTagNotAvailable}};
 
-/// Coordinates of a vector along two axes.
-void alongAxes(Vec3 v, const float* x, const float* y, float* out) {
-  out[0] = zel::roundToFloat(zel::dot(v, x));
-  out[1] = zel::roundToFloat(zel::dot(v, y));
+/// base + the coordinates of a vector along two axes.
+void alongAxes(const float* base, Vec3 v, const float* x, const float* y, float* out) {
+  out[0] = zel::roundToFloat(base[0] + zel::dot(v, x));
+  out[1] = zel::roundToFloat(base[1] + zel::dot(v, y));
 }
+
+constexpr float kPlaneOrigin[2] = {0.0F, 0.0F};
+
+/// So many have entries that an index can name.
+constexpr int kMostFaces = 2147483647 / 3;
 
 bool isGiven(const XYCoordSysD& cs) {
   return slFabs(cs.origin[0] - zel::kFloatMark) >= zel::kTolerance;
@@ -159,12 +166,16 @@ class TriangleArr::UnfoldWalk {
     return -1;
   }
 
-  [[nodiscard]] int unvisitedAlong(const int* edge, int skip) const {
+  // No face becomes unvisited again.
+  [[nodiscard]] int unvisitedAlong(const int* edge, int skip) {
+    using Verdict = zel::DirectedEdges::Verdict;
     int found = -1;
     edges_.firstAlong(edge[0], edge[1], [&](int slot) {
-      const bool matches = slot != skip && faces_[slot].IsAvailableM() == zel::kTagAvailable;
-      found = matches ? slot : -1;
-      return matches;
+      if (faces_[slot].IsAvailableM() != zel::kTagAvailable) {
+        return Verdict::kGone;
+      }
+      found = slot == skip ? -1 : slot;
+      return slot == skip ? Verdict::kPassedOver : Verdict::kTaken;
     });
     return found;
   }
@@ -183,7 +194,6 @@ int TriangleArr::GetTexCoordM(const XYCoordSysD& cs, Point2DArr* uv, const NodeA
   if (count == 0) {
     return 1;
   }
-  constexpr int kMostFaces = 2147483647 / 3;
   if (count > kMostFaces) {
     return 0;
   }
@@ -192,7 +202,12 @@ int TriangleArr::GetTexCoordM(const XYCoordSysD& cs, Point2DArr* uv, const NodeA
   if (seed < 0) {
     return 0;
   }
-  return UnfoldWalk(*this, faces_.changeAll(), nodes, uv).from(seed);
+  try {
+    return UnfoldWalk(*this, faces_.changeAll(), nodes, uv).from(seed);
+  } catch (const std::bad_alloc&) {
+    kwErrorMessage(zel::kOutOfMemory);
+    return 0;
+  }
 }
 
 int TriangleArr::seedFirstFace(Point2DArr* uv, const NodeArr& nodes) const {
@@ -213,7 +228,7 @@ int TriangleArr::seedFirstFace(Point2DArr* uv, const NodeArr& nodes) const {
   slOthPlane(normal, u, v);
   for (int k = 0; k < 3; ++k) {
     float coordinates[2];
-    alongAxes(Vec3(points[k]) - points[0], u, v, coordinates);
+    alongAxes(kPlaneOrigin, Vec3(points[k]) - points[0], u, v, coordinates);
     uv->SetItemM(coordinates, k);
   }
   return 0;
@@ -251,9 +266,8 @@ int TriangleArr::seedAlongAxis(const XYCoordSysD& cs, Point2DArr* uv, const Node
   for (int k = 0; k < 3; ++k) {
     slMatrix16MultiPoint3(matrix, points[k]);
     float coordinates[2];
-    alongAxes(Vec3(points[k]) - (k == 0 ? cs.origin : points[0]), cs.xAxis, cs.yAxis, coordinates);
-    coordinates[0] += base[0];
-    coordinates[1] += base[1];
+    alongAxes(base, Vec3(points[k]) - (k == 0 ? cs.origin : points[0]), cs.xAxis, cs.yAxis,
+              coordinates);
     uv->SetItemM(coordinates, 3 * seed + (entry[1] + k) % 3);
     if (k == 0) {
       std::copy_n(coordinates, 2, base);
@@ -278,7 +292,7 @@ void TriangleArr::setTextureCoordM(int from, int to, const int* edge, const floa
 void TriangleCL::SetTexCoordM(int t, int i, int j, const float* /*z*/, const float* /*x*/,
                               const float* /*y*/, const NodeArr& nodes, Point2DArr* uv) const {
   const bool isCorner = i >= 0 && i < 3 && j >= 0 && j < 3;
-  if (!isCorner || t < 0) {
+  if (!isCorner || t < 0 || t >= kMostFaces) {
     return;
   }
   const int k = (i + 1) % 3 == j ? 3 - i - j : 0;
@@ -298,8 +312,8 @@ void TriangleCL::SetTexCoordM(int t, int i, int j, const float* /*z*/, const flo
   const float distance = slDistance2(atJ, atI);
   float along[2] = {1.0F, 0.0F};
   if (distance != 0.0F) {
-    along[0] = (atI[0] - atJ[0]) / distance;
-    along[1] = (atI[1] - atJ[1]) / distance;
+    along[0] = zel::roundToFloat((double{atI[0]} - atJ[0]) / distance);
+    along[1] = zel::roundToFloat((double{atI[1]} - atJ[1]) / distance);
   }
   const double cosine = std::cos(angle);
   const double sine = std::sin(angle);

@@ -46,6 +46,20 @@ DirectedEdges::DirectedEdges(const TriangleCL* faces, int count, int nodeCount)
       }
     });
   }
+  for (std::size_t node = 0; node + 1 < starts_.size(); ++node) {
+    sortIfLong(edges_.data() + starts_[node], edges_.data() + starts_[node + 1]);
+  }
+  for (auto& [node, row] : irregular_) {
+    sortIfLong(row.data(), row.data() + row.size());
+  }
+}
+
+void DirectedEdges::sortIfLong(Edge* first, Edge* last) {
+  if (last - first > kShortRow) {
+    std::sort(first, last, [](const Edge& a, const Edge& b) {
+      return a.to < b.to || (a.to == b.to && a.slot < b.slot);
+    });
+  }
 }
 
 }  // namespace zel
