@@ -82,6 +82,8 @@ TEST(NodeArr, badIndicesAreHarmless) {
     nodes.AddNodeByIndex(bad, nodes);
   }
   nodes[99].SetDeleteTagM(31);
+  nodes[2].SetDeleteTagM(31);  // beyond the bound, yet live
+  nodes.AddNodeByIndex(2, nodesAt({{0, 0, 0}, {0, 0, 0}, {0, 0, 0}}));
   nodes.SetItemM(nodeAt({0, 0, 0}), -1);
   nodes.InsertItemM(nodeAt({0, 0, 0}), 2);
   EXPECT_EQ(nodes.GetBoundM(), 1);

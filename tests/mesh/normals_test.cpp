@@ -69,10 +69,20 @@ TEST(Normals, gridsOutsideTheListAreLeftAlone) {
   NodeArr nodes = grid();
   for (const auto& [row, col, rows, cols] :
        {std::array{-1, 0, 3, 3}, std::array{0, 3, 3, 3}, std::array{0, 0, 1, 9},
-        std::array{0, 0, 4, 3}, std::array{0, 0, 2147483647, 2147483647}}) {
+        std::array{3, 0, 4, 3}, std::array{0, 0, 2147483647, 2147483647}}) {
     EXPECT_EQ(nodes.ReGenNormalVectM(row, col, rows, cols), 1);
   }
   EXPECT_EQ(normalOf(nodes, 0), (Point{0, 0, 0}));
+}
+
+TEST(Normals, gridNodeNeedsOnlyTheNeighboursItLooksAt) {
+  NodeArr nodes = nodesAt({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}});  // the fourth is still to come
+  for (int k = 0; k < 4; ++k) {
+    nodes.ReGenNormalVectM(k / 2, k % 2, 2, 2);
+  }
+  EXPECT_EQ(normalOf(nodes, 0), (Point{0, 0, 1}));
+  EXPECT_EQ(normalOf(nodes, 1), (Point{0, 0, 0}));
+  EXPECT_EQ(normalOf(nodes, 2), (Point{0, 0, 0}));
 }
 
 TEST(Normals, facesOnlyBringNormalsToUnitLength) {

@@ -265,8 +265,8 @@ class ZEL_API NodeArr {
   ///
   /// Where a neighbour coincides with the node (components summing to less than 0.001), the
   /// diagonal neighbour takes its place, or, in the last row or column, the normal of the node
-  /// before it is copied. Grids below 2 x 2, and grids or positions outside the list, are left
-  /// alone.
+  /// before it is copied. Ignored on grids below 2 x 2, for positions outside the grid, and where
+  /// the list ends before the node or a neighbour needed.
   /// @return 1.
   int ReGenNormalVectM(int row, int col, int rows, int cols);
   /// Brings the normals of the nodes that triangles use, deleted triangles and nodes included, to

@@ -30,7 +30,9 @@ int NodeArr::MergeNodeLstM(const NodeCL& node, int* idx) {
 }
 
 int NodeArr::AddNodeByIndex(int i, const NodeArr& src) {
-  if (src.nodes_.isLive(i) && !nodes_.isLive(i)) {
+  // A slot beyond the bound may be live, too: plain files put nodes there.
+  const bool isTaken = nodes_.at(i).IsAvailableM() == zel::kTagAvailable;
+  if (src.nodes_.isLive(i) && !isTaken) {
     nodes_.set(src.nodes_[i], i);
   }
   return 1;

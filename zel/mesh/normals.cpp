@@ -1,5 +1,6 @@
 // Normals of nodes from faces and from grids.
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <new>
@@ -54,18 +55,15 @@ void spreadFlatNormal(NodeSlots& nodes, const zel::FaceRecord<kCount>& face) {
 // A row-major grid of nodes, seen from one of them.
 class GridNode {
  public:
-  GridNode(NodeSlots& nodes, int row, int col, int rows, int cols)
-      : nodes_(nodes),
-        slot_(row * cols + col),
-        cols_(cols),
-        isLastRow_(row == rows - 1),
-        isLastCol_(col == cols - 1) {}
+  /// @param slot a slot of the list, the node's.
+  GridNode(NodeSlots& nodes, int slot, int cols, bool isLastRow, bool isLastCol)
+      : nodes_(nodes), slot_(slot), cols_(cols), isLastRow_(isLastRow), isLastCol_(isLastCol) {}
 
   void generateNormal() {
-    float u[3];
-    float w[3];
+    float u[3] = {};
+    float w[3] = {};
     const bool isCopied = !columnDirection(u);
-    if (!rowDirection(w) || isCopied) {
+    if (!rowDirection(w) || isCopied || isNeighbourMissing_) {
       return;
     }
     const double along[3] = {u[0], u[1], u[2]};
@@ -106,25 +104,32 @@ class GridNode {
   }
 
   // @return whether the two nodes are apart.
-  bool difference(int from, int to, float* out) const {
+  bool difference(std::int64_t from, std::int64_t to, float* out) {
+    if (std::max(from, to) >= nodes_.bound()) {
+      isNeighbourMissing_ = true;
+      return true;
+    }
+    const float* start = nodes_[static_cast<int>(from)].point();
+    const float* end = nodes_[static_cast<int>(to)].point();
     double sum = 0;
     for (int k = 0; k < 3; ++k) {
-      out[k] = static_cast<float>(double{nodes_[to].point()[k]} - nodes_[from].point()[k]);
+      out[k] = static_cast<float>(double{end[k]} - start[k]);
       sum += std::fabs(double{out[k]});
     }
     return !(sum < zel::kGridDegenerate);
   }
 
-  bool copyNormalOf(int other) {
-    nodes_.changeUnindexed()[slot_].SetNormM(nodes_[other].normal());
+  bool copyNormalOf(std::int64_t other) {
+    nodes_.changeUnindexed()[slot_].SetNormM(nodes_[static_cast<int>(other)].normal());
     return true;
   }
 
   NodeSlots& nodes_;
   int slot_;
-  int cols_;
+  std::int64_t cols_;
   bool isLastRow_;
   bool isLastCol_;
+  bool isNeighbourMissing_ = false;
 };
 
 }  // namespace
@@ -136,9 +141,11 @@ void NodeArr::ReGenNormalVectM(const TriangleCL& triangle) {
 void NodeArr::ReGenNormalVectM(const QuadCL& quad) { spreadFlatNormal(nodes_, quad.record()); }
 
 int NodeArr::ReGenNormalVectM(int row, int col, int rows, int cols) {
-  const bool isGrid = rows >= 2 && cols >= 2 && std::int64_t{rows} * cols <= nodes_.bound();
-  if (isGrid && row >= 0 && row < rows && col >= 0 && col < cols) {
-    GridNode(nodes_, row, col, rows, cols).generateNormal();
+  const bool isInGrid = row >= 0 && row < rows && col >= 0 && col < cols;
+  const std::int64_t slot = std::int64_t{row} * cols + col;
+  if (rows >= 2 && cols >= 2 && isInGrid && slot < nodes_.bound()) {
+    GridNode(nodes_, static_cast<int>(slot), cols, row == rows - 1, col == cols - 1)
+        .generateNormal();
   }
   return 1;
 }
