@@ -54,6 +54,9 @@ TEST_F(PointSet, planeFitLeavesOutputsWhenThePointsLieOnALine) {
   EXPECT_EQ(points_.GenPlaneByLeastSquareM(up, normal, &d), 0);
   EXPECT_EQ(normal[0], 7.0F);
   EXPECT_EQ(d, 7.0F);
+  double equations[12];
+  points_.GenEquationGroupM(0, 1, 3, equations, equations + 9);  // there is no such axis
+  EXPECT_EQ(std::count(equations, equations + 12, 0.0), 12);
   add(0.0F, 3.0F, 2.0F);
   EXPECT_EQ(points_.GenPlaneByLeastSquareM(up, normal, &d), 1);
   EXPECT_NEAR(normal[2], 1.0F, 1e-6F);

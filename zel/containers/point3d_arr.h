@@ -133,7 +133,7 @@ class ZEL_API Point3DArr {
   /// @return 1, or the code of slSolveEquationGroup3() when it fails.
   int GenPlaneByLeastSquareM(const float* direction, float* normal, float* d) const;
   /// Normal equations of the fit x[c] + p x[a] + q x[b] + r = 0.
-  /// @param a, b, c the axes 0, 1 and 2 in some order.
+  /// @param a, b, c the axes 0, 1 and 2 in some order; any other number gives only zeros.
   /// @param[out] matrix 3 x 3, row-major. @param[out] rightSide 3 numbers.
   void GenEquationGroupM(int a, int b, int c, double* matrix, double* rightSide) const;
   /// @param[out] centre mean of the available points; the origin when there is none.

@@ -1,7 +1,9 @@
 // The list of nodes: family operations, reading, extents.
 
 #include "zel/containers/point3d_arr.h"
+#include "zel/geometry/detail/vectors.h"
 #include "zel/geometry/geometry.h"
+#include "zel/mesh/detail/extents.h"
 #include "zel/mesh/detail/indexed_slots_impl.h"
 #include "zel/mesh/detail/node_index.h"
 #include "zel/mesh/node.h"
@@ -15,18 +17,6 @@ template class zel::IndexedSlots<NodeCL, zel::NodeIndex>;
 #include "zel/mesh/detail/list_family.inl"
 
 namespace {
-
-double dot(const float* a, const float* b) {
-  return double{a[0]} * b[0] + double{a[1]} * b[1] + double{a[2]} * b[2];
-}
-
-void widen(float* range, double value) {
-  if (value > range[1]) {
-    range[1] = static_cast<float>(value);
-  } else if (value < range[0]) {
-    range[0] = static_cast<float>(value);
-  }
-}
 
 constexpr float kZeroPoint[3] = {0.0F, 0.0F, 0.0F};
 
@@ -68,22 +58,10 @@ void NodeArr::GetMinXY(float* minX, float* minY) const {
 
 void NodeArr::GetMaxMinM(const float* a1, const float* a2, const float* a3, float* r1, float* r2,
                          float* r3) const {
-  const float* directions[3] = {a1, a2, a3};
-  float* ranges[3] = {r1, r2, r3};
-  bool isSeeded = false;
-  for (int slot = 0; slot < nodes_.bound(); ++slot) {
-    if (!nodes_.isLive(slot)) {
-      continue;
-    }
-    for (int k = 0; k < 3; ++k) {
-      const double value = dot(nodes_[slot].point(), directions[k]);
-      if (isSeeded) {
-        widen(ranges[k], value);
-      } else {
-        ranges[k][0] = ranges[k][1] = static_cast<float>(value);
-      }
-    }
-    isSeeded = true;
+  const zel::Extents extents(a1, a2, a3, r1, r2, r3);
+  const int first = nodes_.store().nextLive(-1);
+  for (int slot = first; slot >= 0; slot = nodes_.store().nextLive(slot)) {
+    extents.take(nodes_[slot].point(), slot == first);
   }
 }
 
@@ -92,18 +70,14 @@ int NodeArr::GenerateVectorM(int i, int j, float* out) const {
   float to[3];
   GetPntM(i, to);
   GetPntM(j, from);
-  for (int k = 0; k < 3; ++k) {
-    out[k] = static_cast<float>(double{to[k]} - from[k]);
-  }
+  (zel::Vec3(to) - from).store(out);
   return 1;
 }
 
 int NodeArr::GeneratePositiveVectorM(int i, int j, float* out) const {
   GenerateVectorM(i, j, out);
   if (out[0] < 0) {
-    for (int k = 0; k < 3; ++k) {
-      out[k] = -out[k];
-    }
+    (-zel::Vec3(out)).store(out);
   }
   return 1;
 }

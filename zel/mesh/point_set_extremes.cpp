@@ -1,20 +1,27 @@
 // Extreme points, pairs and extents of a point set.
 
+#include <new>
 #include <vector>
 
 #include "zel/containers/point3d_arr.h"
 #include "zel/core/constants.h"
-#include "zel/geometry/detail/vectors.h"
+#include "zel/core/memory.h"
 #include "zel/geometry/geometry.h"
+#include "zel/mesh/detail/extents.h"
 #include "zel/mesh/detail/farthest_pair.h"
 #include "zel/mesh/detail/point_set_scan.h"
 
 float Point3DArr::GetFarthestTwoPointsM(int start, int k, int* a, int* b) const {
-  std::vector<zel::ScannedPoint> taken;
-  zel::scanAvailable(*this, start, k, [&](const float* point, int slot) {
-    taken.push_back({{point[0], point[1], point[2]}, slot});
-  });
-  const zel::FarthestPair pair = zel::farthestPair(taken);
+  zel::FarthestPair pair{0.0F, zel::kNoIndex, zel::kNoIndex};
+  try {
+    std::vector<zel::ScannedPoint> taken;
+    zel::scanAvailable(*this, start, k, [&](const float* point, int slot) {
+      taken.push_back({{point[0], point[1], point[2]}, slot});
+    });
+    pair = zel::farthestPair(taken);
+  } catch (const std::bad_alloc&) {
+    kwErrorMessage(zel::kOutOfMemory);
+  }
   *a = pair.slotA;
   *b = pair.slotB;
   return pair.squareDistance;
@@ -69,15 +76,12 @@ float Point3DArr::GetMaxLenToGivenPntM(const float* p) const {
 
 void Point3DArr::GetMaxMinM(const float* a1, const float* a2, const float* a3, float* r1, float* r2,
                             float* r3) const {
-  const float* const directions[3] = {a1, a2, a3};
-  float* const ranges[3] = {r1, r2, r3};
+  const zel::Extents extents(a1, a2, a3, r1, r2, r3);
   float point[3];
   int slot = 0;
   bool isFirst = true;
   for (int found = GetFirstM(point, &slot); found > 0; found = GetNextM(point, &slot, slot)) {
-    for (int axis = 0; axis < 3; ++axis) {
-      zel::widenRange(ranges[axis], zel::roundToFloat(zel::dot(point, directions[axis])), isFirst);
-    }
+    extents.take(point, isFirst);
     isFirst = false;
   }
 }

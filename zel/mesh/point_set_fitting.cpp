@@ -1,7 +1,6 @@
 // Least-squares plane, shape errors and averages of a point set.
 
 #include <algorithm>
-#include <vector>
 
 #include "zel/containers/point3d_arr.h"
 #include "zel/geometry/geometry.h"
@@ -17,18 +16,15 @@ float shapeError(const Point3DArr& points, Measure measure) {
   if (count < 1) {
     return 0.0F;
   }
-  std::vector<float> values;
   double sum = 0.0;
-  zel::scanAvailable(points, 0, -1, [&](const float* point, int /*slot*/) {
-    values.push_back(measure(point));
-    sum += values.back();
-  });
+  zel::scanAvailable(points, 0, -1,
+                     [&](const float* point, int /*slot*/) { sum += measure(point); });
   const double mean = sum / count;
   double squares = 0.0;
-  for (const float value : values) {
-    const double deviation = value - mean;
+  zel::scanAvailable(points, 0, -1, [&](const float* point, int /*slot*/) {
+    const double deviation = measure(point) - mean;
     squares += deviation * deviation;
-  }
+  });
   return static_cast<float>(slSqrt(squares) / count);
 }
 
@@ -64,6 +60,9 @@ float Point3DArr::GetShapeErrorToCircleM(const float* centre, float r) const {
 void Point3DArr::GenEquationGroupM(int a, int b, int c, double* m, double* rhs) const {
   std::fill_n(m, 9, 0.0);
   std::fill_n(rhs, 3, 0.0);
+  if (std::min({a, b, c}) < 0 || std::max({a, b, c}) > 2) {
+    return;
+  }
   zel::scanAvailable(*this, 0, -1, [&](const float* point, int /*slot*/) {
     const double xa = point[a];
     const double xb = point[b];

@@ -148,6 +148,10 @@ void FaceIndex<Face>::learnCorners(const Face* faces, int slot, bool isKnown) {
       around_.content.noteGone(*old);
     }
   }
+  // Nobody may ever search, yet changes go on.
+  if (around_.content.isOutgrown(0)) {
+    around_.drop();
+  }
 }
 
 template <class Face>

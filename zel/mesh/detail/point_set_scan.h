@@ -36,16 +36,4 @@ void scanAboveMark(const Point3DArr& points, Visit visit) {
   }
 }
 
-/// Widens [minimum, maximum] by a value; the first value sets both.
-inline void widenRange(float* range, float value, bool isFirst) {
-  if (isFirst) {
-    range[0] = value;
-    range[1] = value;
-  } else if (value > range[1]) {
-    range[1] = value;
-  } else if (value < range[0]) {
-    range[0] = value;
-  }
-}
-
 }  // namespace zel

@@ -1,0 +1,95 @@
+// What the mesh does when the heap refuses, and how much of it the searches may take.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+#include "support/meshes.h"
+#include "zel/containers/point2d_arr.h"
+#include "zel/containers/point3d_arr.h"
+#include "zel/core/constants.h"
+#include "zel/geometry/geometry.h"
+
+namespace {
+
+constexpr long kNoLimit = 1L << 60;
+long requestsLeft = kNoLimit;   // of the heap, before it refuses
+std::size_t bytesAllotted = 0;  // by requests since a test last set it
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+  void* const block = requestsLeft-- > 0 ? std::malloc(size) : nullptr;
+  if (block == nullptr) {
+    throw std::bad_alloc();
+  }
+  bytesAllotted += size;
+  return block;
+}
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete(void* block, std::size_t /*size*/) noexcept { std::free(block); }
+
+namespace {
+
+/// Calls `ask` with a heap that refuses its first, second ... request until it refuses none.
+/// @return how often something was refused; each time `isRefusal(ask())` must hold.
+template <class Ask, class IsRefusal>
+int refuseEachRequest(Ask ask, IsRefusal isRefusal) {
+  for (int granted = 0;; ++granted) {
+    requestsLeft = granted;
+    const auto answer = ask();
+    const bool wasRefused = requestsLeft < 0;
+    requestsLeft = kNoLimit;
+    if (!wasRefused) {
+      return granted;
+    }
+    EXPECT_TRUE(isRefusal(answer)) << "request " << granted;
+  }
+}
+
+TEST(Memory, unfoldingAnswersZeroWhenItIsRefused) {
+  const zel::test::Mesh mesh = zel::test::makeFlatGrid(6, 6);
+  XYCoordSysD none{};
+  none.origin[0] = zel::kFloatMark;
+  const int refusals = refuseEachRequest(
+      [&] {
+        TriangleArr faces(mesh.triangles);
+        Point2DArr uv;
+        return faces.GetTexCoordM(none, &uv, mesh.nodes);
+      },
+      [](int result) { return result == 0; });
+  EXPECT_GT(refusals, 2);
+}
+
+TEST(Memory, farthestPairIsNoneWhenItIsRefused) {
+  Point3DArr points;
+  for (int i = 0; i < 300; ++i) {
+    const float p[3] = {static_cast<float>(i % 17), static_cast<float>(i % 13),
+                        static_cast<float>(i) * 0.1F};
+    points.AddItemM(p);
+  }
+  int a = 0;
+  int b = 0;
+  const int refusals =
+      refuseEachRequest([&] { return points.GetFarthestTwoPointsM(0, -1, &a, &b); },
+                        [&](float value) { return value == 0 && a == b && a < 0; });
+  EXPECT_GT(refusals, 2);
+  EXPECT_GT(b, a);
+}
+
+TEST(Memory, changesThatNobodySearchesForTakeNoMore) {
+  zel::test::Mesh mesh = zel::test::makeFlatGrid(20, 20);
+  int at = 0;
+  for (int search = 0; search < 10; ++search) {
+    mesh.triangles.JudgeBoundM(search, search + 1, &at);
+  }
+  bytesAllotted = 0;
+  for (int change = 0; change < 100000; ++change) {
+    mesh.addTriangle(change % 400, 5, 7);
+    mesh.triangles.DelItemM(mesh.triangles.GetBoundM() - 1);
+  }
+  EXPECT_LT(bytesAllotted, 1000000U);
+}
+
+}  // namespace
