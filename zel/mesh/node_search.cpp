@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "zel/containers/int_arr.h"
+#include "zel/geometry/detail/vectors.h"
 #include "zel/geometry/geometry.h"
 #include "zel/mesh/detail/indexed_slots_impl.h"
 #include "zel/mesh/detail/node_index.h"
@@ -13,11 +14,6 @@
 namespace {
 
 using zel::NodeSlots;
-
-double distanceAlong(const float* v, const float* direction) {
-  return std::fabs(double{v[0]} * direction[0] + double{v[1]} * direction[1] +
-                   double{v[2]} * direction[2]);
-}
 
 template <int kCount>
 void takeNearestCorner(const NodeSlots& nodes, const zel::FaceRecord<kCount>& face, const float* p,
@@ -47,12 +43,9 @@ void NodeArr::GetMinPntIdxM(const float* p, const float* d1, const float* d2, in
   double minA = zel::kInfinity;
   double minB = zel::kInfinity;
   for (int slot = 0; slot < nodes_.bound(); ++slot) {
-    const float* point = nodes_[slot].point();
-    const float v[3] = {static_cast<float>(double{point[0]} - p[0]),
-                        static_cast<float>(double{point[1]} - p[1]),
-                        static_cast<float>(double{point[2]} - p[2])};
-    const double a = distanceAlong(v, d1);
-    const double b = distanceAlong(v, d2);
+    const zel::Vec3 v = zel::Vec3(nodes_[slot].point()) - p;
+    const double a = std::fabs(zel::dot(v, d1));
+    const double b = std::fabs(zel::dot(v, d2));
     if ((a < minA || std::fabs(minA - a) < zel::kTolerance) && b < minB) {
       *idx = slot;
       minA = a;

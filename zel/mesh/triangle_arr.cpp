@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "zel/containers/int2d_arr.h"
+#include "zel/geometry/detail/vectors.h"
 #include "zel/mesh/detail/face_list_ops.h"
 #include "zel/mesh/node.h"
 #include "zel/mesh/triangle.h"
@@ -60,7 +61,7 @@ double edgeAlong(const NodeArr& nodes, const zel::FaceRecord<3>& face, int from,
   nodes.GetPntM(face.corners[from], a);
   nodes.GetPntM(face.corners[to], b);
   slGetNormalVectBtPnts(a, b, edge);
-  return std::fabs(double{edge[0]} * dir[0] + double{edge[1]} * dir[1] + double{edge[2]} * dir[2]);
+  return std::fabs(zel::dot(edge, dir));
 }
 
 // The ends of the two edges that leave each corner, in the order in which they are tried.
@@ -113,9 +114,7 @@ void TriangleArr::GetMajorNormM(float* out) const {
   const int bound = faces_.store().available() < 3 ? 0 : faces_.bound();
   for (int slot = 1; slot < bound; ++slot) {
     const float* normal = faces_[slot].record().normal;
-    const double dot = double{reference[0]} * normal[0] + double{reference[1]} * normal[1] +
-                       double{reference[2]} * normal[2];
-    if (dot >= 0) {
+    if (zel::dot(reference, normal) >= 0) {
       ++along;
     } else if (++against == 1) {
       opposite = normal;
