@@ -2,15 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
-#include <random>
+#include <utility>
 
-#include "mesh/walk_model.h"
+#include "mesh/list_sequence.h"
 #include "zel/zel.h"
 
 namespace {
 
 using zel::test::FaceModel;
+using zel::test::ListSequence;
 using zel::test::ModelFace;
 
 template <int kCount>
@@ -26,29 +26,24 @@ FaceOf<kCount> make(const ModelFace<kCount>& face) {
 }
 
 template <int kCount>
-class FaceSequence {
- public:
-  using List = ListOf<kCount>;
-  using Model = FaceModel<kCount>;
+class FaceSequence : public ListSequence<ListOf<kCount>, FaceOf<kCount>, FaceModel<kCount>> {
+  using Sequence = ListSequence<ListOf<kCount>, FaceOf<kCount>, FaceModel<kCount>>;
   using Face = ModelFace<kCount>;
+  using Sequence::forgetHandles;
+  using Sequence::list_;
+  using Sequence::model_;
+  using Sequence::pick;
+  using Sequence::random_;
+  using Sequence::slot;
 
-  FaceSequence(unsigned seed, int nodes) : random_(seed), nodes_(nodes) {}
-
-  void run(int steps) {
-    for (int step = 0; step < steps && !testing::Test::HasFailure(); ++step) {
-      SCOPED_TRACE(testing::Message() << "step " << step);
-      const int kind = pick(100);
-      kind < 30 ? add() : kind < 60 ? search() : kind < 97 ? change() : changeMany(pick(60));
-      if (step % 16 == 0) {
-        compareAll();
-      }
-    }
-    compareAll();
-  }
+ public:
+  FaceSequence(unsigned seed, int nodes) : Sequence(seed), nodes_(nodes) {}
 
  private:
-  int pick(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random_); }
-  int slot() { return model_.bound == 0 ? 0 : pick(model_.bound); }
+  void takeStep() override {
+    const int kind = pick(100);
+    kind < 30 ? add() : kind < 60 ? search() : kind < 97 ? change() : changeMany(pick(60));
+  }
   // A few hubs, many ordinary nodes, some that are far out or no nodes at all.
   int node() {
     const int kOdd[5] = {-1, zel::kNoIndex, 1 << 30, 2147483647, 70000};
@@ -151,7 +146,7 @@ class FaceSequence {
       case 4:
         return rename(node(), node());
       case 5:
-        return pick(4) == 0 ? handOut() : writeThroughHandle();
+        return pick(4) == 0 ? this->handOut() : writeThroughHandle();
       case 6:
         return writeThroughHandle();
       default:
@@ -170,64 +165,30 @@ class FaceSequence {
       }
     }
   }
-  void handOut() {
-    forgetStaleHandles();
-    const int at = slot();
-    if (pick(40) == 0) {
-      all_ = list_->getCurrentItemPrtM();
-    } else if (model_.bound > 0) {
-      handles_.push_back({at, pick(2) == 0 ? list_->GetItemPM(at) : &(*list_)[at]});
-    }
-  }
-  // Slots change behind the list's back until its next growth.
   void writeThroughHandle() {
-    forgetStaleHandles();
-    const int at = slot();
-    Handle handle{at, all_ == nullptr ? nullptr : all_ + at};
-    if (all_ == nullptr && !handles_.empty()) {
-      handle = handles_[static_cast<std::size_t>(pick(static_cast<int>(handles_.size())))];
-    }
-    if (handle.face == nullptr) {
+    const typename Sequence::Handle handle = this->someHandle();
+    if (handle.element == nullptr) {
       return;
     }
     const Face value = face();
     if (pick(2) == 0) {
-      std::copy(value.corners.begin(), value.corners.end(), handle.face->record().corners);
+      std::copy(value.corners.begin(), value.corners.end(), handle.element->record().corners);
       model_.at(handle.slot).corners = value.corners;
     } else {
-      handle.face->SetDeleteTagM(static_cast<char>(value.tag));
+      handle.element->SetDeleteTagM(static_cast<char>(value.tag));
       model_.at(handle.slot).tag = value.tag;
     }
   }
 
   void changeMany(int kind) {
-    if (kind < 3) {
-      List copy(*list_);
-      kind == 0 ? list_.emplace(copy) : kind == 1 ? list_.emplace() = copy : * list_ = copy;
-      forgetHandles();
-    } else if (kind < 6) {
-      List moved(std::move(*list_));  // handles stay true: the store itself moves over
-      EXPECT_EQ(list_->GetBoundM(), 0);
-      *list_ = std::move(moved);
-      if (list_->GetLengthM() == 4) {
-        forgetHandles();
-      }
-    } else if (kind < 20) {
+    if (kind < 8) {
+      this->changeWhole(kind);
+    } else if (kind < 22) {
       insert();
-    } else if (kind < 24) {
-      renumber();
     } else if (kind < 26) {
-      purge();
-    } else if (kind < 27) {
-      list_->DelAllM();
-      model_ = Model();
-      forgetHandles();
+      renumber();
     } else if (kind < 28) {
-      list_->DelAllVirtualM();
-      for (int at = 0; at < model_.bound; ++at) {
-        model_.at(at).tag = zel::kTagDeleted;
-      }
-      model_.bound = model_.available = 0;
+      purge();
     }
   }
   void insert() {
@@ -273,42 +234,13 @@ class FaceSequence {
       model_.purge();
     }
   }
-  void forgetStaleHandles() {
-    if (list_->GetLengthM() != handlesLength_) {
-      forgetHandles();
-    }
-    handlesLength_ = list_->GetLengthM();
-  }
-  void forgetHandles() {
-    handles_.clear();
-    all_ = nullptr;
+
+  [[nodiscard]] bool agreesAt(int at) const override {
+    const auto& corners = model_.at(at).corners;
+    return std::equal(corners.begin(), corners.end(), std::as_const(*list_)[at].record().corners);
   }
 
-  void compareAll() {
-    ASSERT_EQ(list_->GetBoundM(), model_.bound);
-    ASSERT_EQ(list_->GetAvailableNumM(), model_.available);
-    ASSERT_EQ(list_->GetLengthM(), model_.length());
-    const List& list = *list_;
-    for (int at = 0; at < model_.bound; ++at) {
-      ASSERT_EQ(list[at].IsAvailableM(), model_.at(at).tag) << at;
-      for (int k = 0; k < kCount; ++k) {
-        ASSERT_EQ(list[at].record().corners[k], model_.at(at).corner(k)) << at;
-      }
-    }
-  }
-
-  struct Handle {
-    int slot;
-    FaceOf<kCount>* face;
-  };
-
-  std::mt19937 random_;
   int nodes_;
-  std::optional<List> list_{std::in_place};
-  Model model_;
-  std::vector<Handle> handles_;
-  FaceOf<kCount>* all_ = nullptr;
-  int handlesLength_ = 4;
 };
 
 class FaceDifferential : public testing::TestWithParam<unsigned> {};

@@ -3,36 +3,22 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <optional>
-#include <random>
+#include <utility>
 
-#include "mesh/walk_model.h"
+#include "mesh/list_sequence.h"
 #include "zel/zel.h"
 
 namespace {
 
+using zel::test::ListSequence;
 using zel::test::ModelNode;
 using zel::test::NodeModel;
 
-class NodeSequence {
+class NodeSequence : public ListSequence<NodeArr, NodeCL, NodeModel> {
  public:
-  NodeSequence(unsigned seed, int size) : random_(seed), size_(size) {}
-
-  void run(int steps) {
-    for (int step = 0; step < steps && !testing::Test::HasFailure(); ++step) {
-      SCOPED_TRACE(testing::Message() << "step " << step);
-      change(pick(100));
-      if (step % 16 == 0) {
-        compareAll();
-      }
-    }
-    compareAll();
-  }
+  NodeSequence(unsigned seed, int size) : ListSequence(seed), size_(size) {}
 
  private:
-  int pick(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random_); }
-  int slot() { return model_.bound == 0 ? 0 : pick(model_.bound); }
-
   // Few places, each blurred by up to the merge tolerance, so that chains of near points and
   // exact twins arise.
   std::array<float, 3> place() {
@@ -57,7 +43,8 @@ class NodeSequence {
     return result;
   }
 
-  void change(int kind) {
+  void takeStep() override {
+    const int kind = pick(100);
     if (kind < 40) {
       merge();
     } else if (kind < 50) {
@@ -81,7 +68,9 @@ class NodeSequence {
     } else {
       changeMany(pick(160));
     }
-    shrink();
+    if (model_.bound > size_) {
+      startAnew();
+    }
   }
 
   void merge() {
@@ -101,66 +90,31 @@ class NodeSequence {
       EXPECT_EQ(std::memcmp(point, model_.at(winner).point.data(), sizeof point), 0);
     }
   }
-  void handOut() {
-    forgetStaleHandles();
-    const int at = slot();
-    if (pick(40) == 0) {
-      all_ = list_->getCurrentItemPrtM();
-    } else if (model_.bound > 0) {
-      handles_.push_back({at, pick(2) == 0 ? list_->GetItemPM(at) : &(*list_)[at]});
-    }
-  }
-  // Slots change behind the list's back until its next growth.
   void writeThroughHandle() {
-    forgetStaleHandles();
-    Handle handle{slot(), all_ == nullptr ? nullptr : all_ + slot()};
-    if (all_ != nullptr) {
-      handle.node = all_ + handle.slot;
-    } else if (!handles_.empty()) {
-      handle = handles_[static_cast<std::size_t>(pick(static_cast<int>(handles_.size())))];
-    }
-    if (handle.node == nullptr) {
+    const Handle handle = someHandle();
+    if (handle.element == nullptr) {
       return;
     }
     const ModelNode value = node();
     if (pick(2) == 0) {
-      handle.node->SetPntM(value.point.data());
+      handle.element->SetPntM(value.point.data());
       model_.at(handle.slot).point = value.point;
     } else {
-      handle.node->SetDeleteTagM(static_cast<char>(value.tag));
+      handle.element->SetDeleteTagM(static_cast<char>(value.tag));
       model_.at(handle.slot).tag = value.tag;
     }
   }
 
   void changeMany(int kind) {
-    if (kind < 3) {
-      NodeArr copy(*list_);
-      kind == 0 ? list_.emplace(copy) : kind == 1 ? list_.emplace() = copy : * list_ = copy;
-      forgetHandles();
-    } else if (kind < 6) {
-      NodeArr moved(std::move(*list_));  // handles stay true: the store itself moves over
-      EXPECT_EQ(list_->GetBoundM(), 0);
-      *list_ = std::move(moved);
-      if (list_->GetLengthM() == 4) {
-        forgetHandles();
-      }
-    } else if (kind < 8) {
-      insert();
+    if (kind < 8) {
+      changeWhole(kind);
     } else if (kind < 10) {
+      insert();
+    } else if (kind < 12) {
       list_->InverseNodeLstM();
       std::reverse(model_.slots.begin(), model_.slots.begin() + model_.bound);
-    } else if (kind < 12) {
-      move();
-    } else if (kind < 13) {
-      list_->DelAllM();
-      model_ = NodeModel();
-      forgetHandles();
     } else if (kind < 14) {
-      list_->DelAllVirtualM();
-      for (int at = 0; at < model_.bound; ++at) {
-        model_.at(at).tag = zel::kTagDeleted;
-      }
-      model_.bound = model_.available = 0;
+      move();
     } else if (kind < 20) {
       list_->AddSizeM(3);
       model_.grow(3);
@@ -204,51 +158,16 @@ class NodeSequence {
     const int at = slot();
     source.SetItemM(make(value), at);
     list_->AddNodeByIndex(at, source);
-    if (!model_.isLive(at) && value.tag == zel::kTagAvailable) {
+    if (model_.at(at).tag != zel::kTagAvailable && value.tag == zel::kTagAvailable) {
       model_.set(value, at);
     }
   }
-  void forgetStaleHandles() {
-    if (list_->GetLengthM() != handlesLength_) {
-      forgetHandles();
-    }
-    handlesLength_ = list_->GetLengthM();
-  }
-  void forgetHandles() {
-    handles_.clear();
-    all_ = nullptr;
-  }
-  void shrink() {
-    if (model_.bound > size_) {
-      list_->DelAllM();
-      model_ = NodeModel();
-      forgetHandles();
-    }
+
+  [[nodiscard]] bool agreesAt(int at) const override {
+    return std::memcmp(std::as_const(*list_)[at].point(), model_.at(at).point.data(), 12) == 0;
   }
 
-  void compareAll() {
-    ASSERT_EQ(list_->GetBoundM(), model_.bound);
-    ASSERT_EQ(list_->GetAvailableNumM(), model_.available);
-    ASSERT_EQ(list_->GetLengthM(), model_.length());
-    const NodeArr& list = *list_;
-    for (int at = 0; at < model_.bound; ++at) {
-      ASSERT_EQ(list[at].IsAvailableM(), model_.at(at).tag) << at;
-      ASSERT_EQ(std::memcmp(list[at].point(), model_.at(at).point.data(), 12), 0) << at;
-    }
-  }
-
-  struct Handle {
-    int slot;
-    NodeCL* node;
-  };
-
-  std::mt19937 random_;
   int size_;
-  std::optional<NodeArr> list_{std::in_place};
-  NodeModel model_;
-  std::vector<Handle> handles_;
-  NodeCL* all_ = nullptr;
-  int handlesLength_ = 4;
 };
 
 class NodeDifferential : public testing::TestWithParam<unsigned> {};
