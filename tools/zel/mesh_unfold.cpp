@@ -58,9 +58,10 @@ std::vector<std::vector<Face>> componentsOf(const std::vector<Face>& faces) {
   }
   std::sort(sides.begin(), sides.end());
   Groups groups(faces.size());
+  // All sides of an edge come together when each joins the first that runs the other way.
   for (const Side& side : sides) {
-    auto other = std::lower_bound(sides.begin(), sides.end(), Side{side.to, side.from, 0});
-    for (; other != sides.end() && other->from == side.to && other->to == side.from; ++other) {
+    const auto other = std::lower_bound(sides.begin(), sides.end(), Side{side.to, side.from, 0});
+    if (other != sides.end() && other->from == side.to && other->to == side.from) {
       groups.join(side.face, other->face);
     }
   }

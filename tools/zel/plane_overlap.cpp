@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <utility>
 
 namespace zel::program {
 
@@ -43,6 +44,13 @@ double shadowOverlap(const PlanePoint& from, const PlanePoint& to, const PlaneTr
   return std::min(highA, highB) - std::max(lowA, lowB);
 }
 
+/// The triangles seen so far whose boxes touch one cell: first those that, when last looked at,
+/// were not known to overlap another.
+struct Cell {
+  std::vector<std::size_t> members;
+  std::size_t free = 0;
+};
+
 /// Triangles by the cells of a regular grid that their boxes touch.
 class CellGrid {
  public:
@@ -63,20 +71,17 @@ class CellGrid {
     cells_.resize(columns_ * rows_);
   }
 
-  /// Visits the cells of a triangle's box until visit(cell) returns true.
+  /// Visits the cells of a triangle's box.
   template <class Visit>
-  bool anyCell(const PlaneTriangle& triangle, Visit visit) {
+  void forEachCell(const PlaneTriangle& triangle, Visit visit) {
     const PlaneBox box = boxOf(triangle);
     const std::size_t lastColumn = column(box.high[0]);
     const std::size_t lastRow = row(box.high[1]);
     for (std::size_t r = row(box.low[1]); r <= lastRow; ++r) {
       for (std::size_t c = column(box.low[0]); c <= lastColumn; ++c) {
-        if (visit(cells_[r * columns_ + c])) {
-          return true;
-        }
+        visit(cells_[r * columns_ + c]);
       }
     }
-    return false;
   }
 
  private:
@@ -93,7 +98,7 @@ class CellGrid {
   double cell_ = 1.0;
   std::size_t columns_ = 1;
   std::size_t rows_ = 1;
-  std::vector<std::vector<std::size_t>> cells_;
+  std::vector<Cell> cells_;
 };
 
 }  // namespace
@@ -135,22 +140,38 @@ int countOverlapping(const std::vector<PlaneTriangle>& triangles) {
     return 0;
   }
   CellGrid grid(triangles);
-  std::vector<bool> isOverlapping(triangles.size(), false);
+  std::vector<bool> isCovered(triangles.size(), false);
   for (std::size_t i = 0; i < triangles.size(); ++i) {
-    grid.anyCell(triangles[i], [&](std::vector<std::size_t>& cell) {
-      // A pair needs a look only while one of the two is not known to overlap.
-      for (const std::size_t other : cell) {
-        if ((!isOverlapping[i] || !isOverlapping[other]) &&
-            overlap(triangles[i], triangles[other])) {
-          isOverlapping[i] = true;
-          isOverlapping[other] = true;
+    if (signedArea(triangles[i]) == 0.0) {
+      continue;
+    }
+    // A pair needs a look only while one of the two is not known to overlap: many layers in one
+    // place cost no more than two.
+    const auto meets = [&](std::size_t other) {
+      return (!isCovered[i] || !isCovered[other]) && overlap(triangles[i], triangles[other]);
+    };
+    grid.forEachCell(triangles[i], [&](Cell& cell) {
+      for (std::size_t k = 0; k < cell.free;) {
+        const std::size_t other = cell.members[k];
+        if (meets(other)) {
+          isCovered[i] = true;
+          isCovered[other] = true;
+        }
+        if (isCovered[other]) {
+          std::swap(cell.members[k], cell.members[--cell.free]);
+        } else {
+          ++k;
         }
       }
-      cell.push_back(i);
-      return false;
+      const auto firstCovered = cell.members.begin() + static_cast<std::ptrdiff_t>(cell.free);
+      isCovered[i] = isCovered[i] || std::any_of(firstCovered, cell.members.end(), meets);
+      cell.members.push_back(i);
+      if (!isCovered[i]) {
+        std::swap(cell.members.back(), cell.members[cell.free++]);
+      }
     });
   }
-  return static_cast<int>(std::count(isOverlapping.begin(), isOverlapping.end(), true));
+  return static_cast<int>(std::count(isCovered.begin(), isCovered.end(), true));
 }
 
 }  // namespace zel::program
