@@ -48,7 +48,8 @@ TEST(ExitCodes, helpAndGuideShowTheSameTable) {
 TEST(ExitCodes, helpAndVersionAreNoFailures) {
   EXPECT_EQ(runProgram({"--help"}).exitCode, 0);
   EXPECT_EQ(runProgram({"--version"}).exitCode, 0);
-  for (const char* command : {"info", "convert", "diff", "formats", "render", "view", "demo"}) {
+  for (const char* command : {"info", "check", "convert", "diff", "weld", "normals", "unfold",
+                              "fit", "formats", "render", "view", "demo"}) {
     const ProgramRun run = runProgram({command, "--help"});
     EXPECT_EQ(run.exitCode, 0) << command;
     EXPECT_NE(run.out.find("Example: zel " + std::string(command)), std::string::npos) << run.out;
@@ -68,12 +69,16 @@ TEST(ExitCodes, wrongUsageGivesTwo) {
       {"convert", dir.file("a.obj"), dir.file("b.zel"), "--to", "off"},
       {"diff", dir.file("a.obj"), dir.file("a.obj"), "--tolerance", "-1"},
       {"diff", dir.file("a.obj"), dir.file("a.obj"), "--tolerance", "1,5"},
+      {"diff", dir.file("a.obj"), dir.file("a.obj"), "--tolerance", "nan"},
+      {"weld", dir.file("a.obj"), dir.file("b.zel"), "--tolerance", "nan"},
+      {"weld", dir.file("a.obj"), dir.file("b.zel"), "--relative", "inf"},
       {"demo", "--triangles", "5"}};
   for (const auto& arguments : wrong) {
     const ProgramRun run = runProgram(arguments);
     EXPECT_EQ(run.exitCode, 2) << testing::PrintToString(arguments) << run.err;
     EXPECT_FALSE(run.err.empty());
   }
+  EXPECT_EQ(runProgram({"nonsense"}).err, "zel: nonsense: wrong usage: no such subcommand\n");
   EXPECT_FALSE(std::filesystem::exists(dir.file("b.zel")));
 }
 

@@ -65,6 +65,8 @@ TEST_F(FitUnfold, pointsOnALineHaveALineButNoPlane) {
   EXPECT_EQ(runProgram({"fit", file("line.obj"), "--points", "0,4"}).exitCode, 3);
   EXPECT_EQ(runProgram({"fit", file("line.obj"), "--points", "-1"}).exitCode, 2);
   EXPECT_TRUE(answer({"fit", file("line.obj"), "--points", "2"})["line"].is_null());
+  writeFile(file("empty.obj"), "");
+  EXPECT_TRUE(answer({"fit", file("empty.obj")})["extents"].is_null());
 }
 
 TEST_F(FitUnfold, foldedSheetUnfoldsWithoutErrorAndIntoTheDocument) {

@@ -60,6 +60,12 @@ TEST_F(MeshWork, checkCanBeToldWhatToIgnore) {
   EXPECT_EQ(runProgram({"check", file("sheet.obj")}).exitCode, 1);
   EXPECT_EQ(runProgram({"check", file("sheet.obj"), "--ignore", "openEdges"}).exitCode, 0);
   EXPECT_EQ(runProgram({"check", file("sheet.obj"), "--ignore", "nonsense"}).exitCode, 2);
+  writeFile(file("loose.obj"), sheetObj(2, 2, false) + "v 9 9 9\n");
+  const std::vector<std::string> both = {"--ignore", "openEdges", "--ignore", "unusedNodes"};
+  std::vector<std::string> arguments = {"check", both[0], both[1], file("loose.obj")};
+  EXPECT_EQ(runProgram(arguments).exitCode, 1);
+  arguments.insert(arguments.end(), both.begin() + 2, both.end());
+  EXPECT_EQ(runProgram(arguments).exitCode, 0);
 }
 
 TEST_F(MeshWork, smoothNormalsOfASheetPointUpAndFlatOnesFollowTheFaces) {
@@ -82,6 +88,10 @@ TEST_F(MeshWork, theInputChangesOnlyInPlace) {
   EXPECT_EQ(runProgram({"normals", file("a.obj")}).exitCode, 2);
   EXPECT_EQ(runProgram({"normals", file("a.obj"), file("b.obj"), "--in-place"}).exitCode, 2);
   EXPECT_EQ(runProgram({"normals", "-", "--in-place"}, {.standardInput = kClosed}).exitCode, 2);
+  std::filesystem::create_symlink(file("a.obj"), file("link.obj"));
+  for (const char* sameFile : {"a.obj", "./a.obj", "link.obj"}) {
+    EXPECT_EQ(runProgram({"normals", file("a.obj"), file(sameFile)}).exitCode, 2) << sameFile;
+  }
   EXPECT_EQ(readFile(file("a.obj")), kClosed);
   ASSERT_EQ(runProgram({"normals", file("a.obj"), "--in-place"}).exitCode, 0);
   EXPECT_EQ(readFile(file("a.obj")), readFile(file("b.obj")));
@@ -99,6 +109,21 @@ TEST_F(MeshWork, weldTellsToleranceAndLargestMoveAndWritesTheMap) {
   EXPECT_EQ(report["nodesMerged"], 2);
   EXPECT_EQ(readFile(file("map.txt")), "0 0\n1 1\n2 2\n3 0\n4 1\n5 3\n");
   EXPECT_EQ(readFile(file("b.obj")), "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 1 1 0\nf 1 2 3\nf 1 2 4\n");
+}
+
+TEST_F(MeshWork, aSecondOutputNeitherReplacesTheMeshNorLeavesItAlone) {
+  writeFile(file("a.obj"), kClosed);
+  const auto weld = [&](const std::string& output, const std::string& map) {
+    return runProgram({"weld", file("a.obj"), output, "--map", map}).exitCode;
+  };
+  EXPECT_EQ(weld(file("b.obj"), file("a.obj")), 2);
+  EXPECT_EQ(weld(file("b.obj"), file("./b.obj")), 2);
+  EXPECT_EQ(weld("-", "-"), 2);
+  EXPECT_EQ(weld(file("b.obj"), file("nowhere/map.txt")), 4);
+  EXPECT_EQ(readFile(file("a.obj")), kClosed);
+  EXPECT_FALSE(std::filesystem::exists(file("b.obj")));
+  EXPECT_EQ(runProgram({"unfold", file("a.obj"), "--in-place", "--svg", file("a.obj")}).exitCode,
+            2);
 }
 
 TEST_F(MeshWork, weldToleranceCanBeRelativeToTheBounds) {

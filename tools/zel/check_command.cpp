@@ -39,7 +39,7 @@ class CheckCommand : public Command {
     app.add_option("files", files_, "Mesh files, or - for standard input")->required();
     app.add_option("--ignore", ignored_, "A class of defect that shall not count; may be repeated")
         ->check(CLI::IsMember(names))
-        ->expected(1);
+        ->allow_extra_args(false);
     app.add_flag("--json", json_, "One JSON object a line for each file");
     app.add_option("--from", from_, "Read as this format, whatever the name says");
     app.footer(

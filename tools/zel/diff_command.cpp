@@ -4,6 +4,7 @@
 #include "tools/zel/json_text.h"
 #include "tools/zel/mesh_compare.h"
 #include "tools/zel/mesh_file.h"
+#include "tools/zel/number_option.h"
 #include "tools/zel/number_text.h"
 
 namespace zel::program {
@@ -17,7 +18,7 @@ class DiffCommand : public Command {
     app.add_option("second", second_, "Mesh file")->required();
     app.add_option("--tolerance", tolerance_,
                    "Points may lie this far apart; normals and texture coordinates are left out")
-        ->check(CLI::NonNegativeNumber);
+        ->check(notNegative());
     app.add_flag("--json", json_, "One JSON object");
     app.add_option("--from", from_, "Read both as this format, whatever the names say");
     app.footer(

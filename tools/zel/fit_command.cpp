@@ -4,6 +4,7 @@
 #include "tools/zel/failure.h"
 #include "tools/zel/json_text.h"
 #include "tools/zel/mesh_file.h"
+#include "tools/zel/number_option.h"
 #include "tools/zel/number_text.h"
 #include "tools/zel/point_fit.h"
 
@@ -55,7 +56,7 @@ Json jsonOf(const std::string& file, const Fits& fits) {
   Json json;
   json["file"] = file;
   json["points"] = fits.points;
-  json["extents"] = fits.extents;
+  json["extents"] = fits.points > 0 ? Json(fits.extents) : Json();
   json["diameter"] = fits.diameter;
   json["farthestPoints"] = fits.farthest[0] >= 0 ? Json(fits.farthest) : Json();
   json["plane"] = Json();
@@ -83,6 +84,9 @@ Json jsonOf(const std::string& file, const Fits& fits) {
 
 std::string textOf(const std::string& file, const Fits& fits) {
   std::string text = file + "\n" + reportRow("points", groupedText(fits.points));
+  if (fits.points == 0) {
+    return text;
+  }
   const char* const axes[3] = {"along x", "along y", "along z"};
   for (std::size_t axis = 0; axis < 3; ++axis) {
     text += reportRow(axes[axis],
@@ -115,7 +119,7 @@ class FitCommand : public Command {
     app.add_option("files", files_, "Mesh files, or - for standard input")->required();
     app.add_option("--points", points_, "Node numbers to use, separated by commas; else all")
         ->delimiter(',')
-        ->check(CLI::NonNegativeNumber);
+        ->check(notNegative());
     app.add_flag("--json", json_, "One JSON object a line for each file");
     app.add_option("--from", from_, "Read as this format, whatever the name says");
     app.footer(

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <clocale>
 #include <csignal>
 #include <iostream>
@@ -10,6 +11,19 @@ namespace zel::program {
 namespace {
 
 constexpr const char* kVersion = ZEL_VERSION;
+
+/// The first argument that is no option, when it names no subcommand; else nothing.
+std::string unknownSubcommand(int argc, char** argv) {
+  for (int k = 1; k < argc; ++k) {
+    const std::string word = argv[k];
+    if (word.empty() || word[0] != '-') {
+      const bool isKnown = std::ranges::any_of(
+          commands(), [&](const CommandEntry& entry) { return word == entry.name; });
+      return isKnown ? std::string() : word;
+    }
+  }
+  return {};
+}
 
 ExitCode run(int argc, char** argv) {
   CLI::App app("zel: look into, weld, convert and compare 3D meshes", "zel");
@@ -26,6 +40,10 @@ ExitCode run(int argc, char** argv) {
     CLI::App* const subcommand = app.add_subcommand(entry.name, entry.summary);
     known.emplace_back(subcommand, entry.make());
     known.back().second->declare(*subcommand);
+  }
+  if (const std::string name = unknownSubcommand(argc, argv); !name.empty()) {
+    console.complain(Failure(ExitCode::kUsage, name, "wrong usage", "no such subcommand"));
+    return ExitCode::kUsage;
   }
   try {
     app.parse(argc, argv);

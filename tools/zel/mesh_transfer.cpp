@@ -1,9 +1,30 @@
 #include "tools/zel/mesh_transfer.h"
 
+#include <filesystem>
+#include <optional>
+
 #include "tools/zel/failure.h"
 #include "tools/zel/mesh_file.h"
+#include "tools/zel/output_file.h"
 
 namespace zel::program {
+
+namespace {
+
+/// Whether what is written to one file would replace the other. Devices are not replaced.
+bool isSameFile(const std::string& a, const std::string& b) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  if (a == "-" || b == "-" || (fs::exists(a, error) && !fs::is_regular_file(a, error))) {
+    return false;
+  }
+  const auto placeOf = [&](const std::string& name) {
+    return fs::weakly_canonical(fs::absolute(name, error), error);
+  };
+  return placeOf(a) == placeOf(b);
+}
+
+}  // namespace
 
 void MeshTransfer::declare(CLI::App& app) {
   app.add_option("input", input_, "Mesh file, or - for standard input")->required();
@@ -18,12 +39,37 @@ MeshDocument MeshTransfer::read(const Console& console) const {
     throw Failure(ExitCode::kUsage, input_, "wrong usage",
                   "name a file to write, or say --in-place for a file to replace");
   }
+  if (isSameFile(input_, output_)) {
+    throw Failure(ExitCode::kUsage, output_, "wrong usage",
+                  "this is the input; say --in-place to replace it");
+  }
   return readMesh(input_, from_, console);
+}
+
+void MeshTransfer::expectOtherFile(const std::string& second) const {
+  const bool areBothStandardOutput = second == "-" && output_ == "-";
+  if (!second.empty() &&
+      (areBothStandardOutput || isSameFile(second, input_) || isSameFile(second, output_))) {
+    throw Failure(ExitCode::kUsage, second, "wrong usage", "the mesh itself has this name");
+  }
 }
 
 void MeshTransfer::write(const MeshDocument& mesh, const Console& console) const {
   const bool sameFormat = inPlace_ && to_.empty();
   writeMesh(mesh, inPlace_ ? input_ : output_, sameFormat ? from_ : to_, console);
+}
+
+void MeshTransfer::write(const MeshDocument& mesh, const std::string& second,
+                         const std::function<std::string()>& text, const Console& console) const {
+  std::optional<OutputFile> output;
+  if (!second.empty()) {
+    output.emplace(second);
+    output->write(text());
+  }
+  write(mesh, console);
+  if (output) {
+    output->commit();
+  }
 }
 
 }  // namespace zel::program

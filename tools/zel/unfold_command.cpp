@@ -3,7 +3,6 @@
 #include "tools/zel/mesh_transfer.h"
 #include "tools/zel/mesh_unfold.h"
 #include "tools/zel/number_text.h"
-#include "tools/zel/output_file.h"
 
 namespace zel::program {
 
@@ -49,14 +48,11 @@ class UnfoldCommand : public Command {
   }
 
   ExitCode run(const Console& console) override {
+    files_.expectOtherFile(svg_);
     MeshDocument mesh = files_.read(console);
     const UnfoldReport report = unfoldMesh(mesh);
-    files_.write(mesh, console);
-    if (!svg_.empty()) {
-      OutputFile picture(svg_);
-      picture.write(unfoldedPicture(mesh));
-      picture.commit();
-    }
+    files_.write(
+        mesh, svg_, [&] { return unfoldedPicture(mesh); }, console);
     // The report must not run into a mesh that goes to standard output.
     if (!console.quiet && !files_.writesStandardOutput() && svg_ != "-") {
       console.result(json_ ? jsonOf(files_.input(), report) : textOf(files_.input(), report));

@@ -5,24 +5,22 @@
 #include "tools/zel/json_text.h"
 #include "tools/zel/mesh_transfer.h"
 #include "tools/zel/mesh_weld.h"
+#include "tools/zel/number_option.h"
 #include "tools/zel/number_text.h"
-#include "tools/zel/output_file.h"
 
 namespace zel::program {
 
 namespace {
 
 /// One line "OLD NEW" for each node slot that held a live node.
-void writeMap(const std::vector<int>& newSlots, const std::string& file) {
+std::string mapText(const std::vector<int>& newSlots) {
   std::string text;
   for (std::size_t slot = 0; slot < newSlots.size(); ++slot) {
     if (newSlots[slot] != kNoIndex) {
       text += std::to_string(slot) + " " + std::to_string(newSlots[slot]) + "\n";
     }
   }
-  OutputFile output(file);
-  output.write(text);
-  output.commit();
+  return text;
 }
 
 class WeldCommand : public Command {
@@ -31,9 +29,9 @@ class WeldCommand : public Command {
     files_.declare(app);
     CLI::Option* const absolute =
         app.add_option("--tolerance", tolerance_, "Merge nodes up to this far apart (0.0001)")
-            ->check(CLI::NonNegativeNumber);
+            ->check(notNegative());
     app.add_option("--relative", relative_, "The tolerance as a part of the bounds' diagonal")
-        ->check(CLI::NonNegativeNumber)
+        ->check(notNegative())
         ->excludes(absolute);
     app.add_option("--map", map_, "Write a line OLD NEW for each node to this file");
     app.add_flag("--json", json_, "One JSON object");
@@ -44,6 +42,7 @@ class WeldCommand : public Command {
   }
 
   ExitCode run(const Console& console) override {
+    files_.expectOtherFile(map_);
     MeshDocument mesh = files_.read(console);
     const double tolerance =
         relative_ ? relativeTolerance(mesh.nodes, *relative_) : tolerance_.value_or(kTolerance);
@@ -52,10 +51,8 @@ class WeldCommand : public Command {
       throw unreadable(files_.input(), "node " + std::to_string(report.badNode) +
                                            " has a coordinate that is not finite");
     }
-    files_.write(mesh, console);
-    if (!map_.empty()) {
-      writeMap(report.newIndexOf, map_);
-    }
+    files_.write(
+        mesh, map_, [&] { return mapText(report.newIndexOf); }, console);
     // The report must not run into a mesh that goes to standard output.
     if (!console.quiet && !files_.writesStandardOutput() && map_ != "-") {
       console.result(json_ ? jsonText(tolerance, report) : text(tolerance, report));
