@@ -220,6 +220,9 @@ TEST(CharArr, rawAppendGrowsByTheBytesAndTenMore) {
   buffer.DelContentM();
   EXPECT_EQ(buffer.GetLengthM(), 15);
   EXPECT_EQ(buffer.GetBoundM(), 0);
+  CharArr point;
+  point.AddContentM(POINT{1, 2});  // eight bytes at once
+  EXPECT_EQ(point.GetLengthM(), 4 + 8 + 10);
 }
 
 TEST(CharArr, copyTakesTheWholeStoreOfTheOther) {
@@ -270,6 +273,9 @@ TEST(CharArr, impossibleSizesChangeNothing) {
   buffer.SetValueM(5, nullptr);
   EXPECT_EQ(contentOf(buffer), "abcdef");
   buffer.SetValueM(-4, "x");
+  EXPECT_EQ(buffer.GetBoundM(), 0);
+  buffer.AddItemM('a');
+  buffer.SetValueM(0, nullptr);
   EXPECT_EQ(buffer.GetBoundM(), 0);
   EXPECT_EQ(buffer.SetNewStrM(nullptr), 1);
   EXPECT_EQ(contentOf(buffer), std::string(1, '\0'));

@@ -54,6 +54,7 @@ TEST(KwString, comparesAsManyBytesAsAreStored) {
   EXPECT_EQ(text.CompareStrM(0, "a"), 0);  // bytes behind the zero count as 0
   text.SetValueM(3, "a\0b");
   EXPECT_EQ(text.CompareStrM(0, "a"), -1);
+  EXPECT_EQ(text.CompareStrM(0, nullptr), -1);  // as an empty text
 }
 
 TEST(KwString, copiesAreDeepAndMovesTakeTheText) {

@@ -69,8 +69,10 @@ TEST(Point3DArr, lastReturnsOneAndWalksByTheLowerThreshold) {
   EXPECT_EQ(array.IsPntAvailableM(2), 31);
   EXPECT_EQ(array.GetNextM(point, &index, 1), -1);
   EXPECT_EQ(point[2], kMark);
-  EXPECT_EQ(array.GetPreviousM(point, &index, 0), -1);
-  EXPECT_EQ(index, kNoIndex);
+  for (const int before : {0, -1, -2147483647 - 1}) {
+    EXPECT_EQ(array.GetPreviousM(point, &index, before), -1);
+    EXPECT_EQ(index, kNoIndex);
+  }
   EXPECT_EQ(array.GetPreviousM(point, &index, 2147483647), 1);
 }
 

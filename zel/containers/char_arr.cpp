@@ -130,7 +130,7 @@ void CharArr::SetValueM(int count, const char* bytes) {
   const int oldBound = std::max(slots_.bound(), 0);
   count = std::max(count, 0);
   const StableBytes source(slots_, bytes, count);
-  if (source.get() == nullptr || !slots_.reserve(count)) {
+  if ((source.get() == nullptr && count > 0) || !slots_.reserve(count)) {
     return;
   }
   char* content = slots_.data();
@@ -279,8 +279,8 @@ int CharArr::AddContentM(float value) { return appendBytesOf(value); }
 int CharArr::AddContentUM(unsigned int value) { return appendBytesOf(value); }
 
 int CharArr::AddContentM(POINT value) {
-  AddContentM(static_cast<int>(value.x));
-  return AddContentM(static_cast<int>(value.y));
+  const std::int32_t coordinates[] = {value.x, value.y};
+  return appendBytesOf(coordinates);
 }
 
 int CharArr::AddContent3vfM(const float* values) {

@@ -102,6 +102,9 @@ int IntArr::ChangeArrangeM(int start, int direction) {
     return 1;
   }
   IntArr ring(bound);
+  if (ring.GetLengthM() < bound) {
+    return 1;
+  }
   const int* store = slots_.data();
   if (direction == 1) {
     for (int i = start; i < bound - 1; ++i) {

@@ -49,6 +49,7 @@ int KwStringCL::GetStringM(char* out) const {
 
 int KwStringCL::CompareStrM(int /*count*/, const char* text) const {
   const char* const stored = text_.GetContentConstPtrM();
+  text = text == nullptr ? "" : text;
   for (int i = 0; i < text_.GetBoundM(); ++i) {
     const auto given = static_cast<unsigned char>(*text);
     const auto kept = static_cast<unsigned char>(stored[i]);

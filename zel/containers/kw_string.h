@@ -41,7 +41,7 @@ class ZEL_API KwStringCL : public KwBaseCL {
   /// Compares as many bytes as are stored with the beginning of `text`. So a text stored with its
   /// zero equals only itself, one without matches every text that begins with it, and an element
   /// without text matches everything. Bytes behind the zero of `text` count as 0.
-  /// @param count ignored. @param text zero-terminated.
+  /// @param count ignored. @param text zero-terminated; null counts as empty.
   /// @return 0 equal, -1 when `text` has the smaller byte (unsigned) at the first difference, 1
   ///         otherwise.
   [[nodiscard]] int CompareStrM(int count, const char* text) const;

@@ -112,7 +112,7 @@ int KwStringArr::FindStrM(const char* text) const {
   const int bound = slots_.bound();
   try {
     if (index_ == nullptr && bound > kSmallLength) {
-      index_ = std::make_unique<zel::TextIndex>();
+      index_.reset(new zel::TextIndex());
     }
     while (index_ != nullptr && index_->covered() < bound) {
       index_->cover(textOf(slots_[index_->covered()]));

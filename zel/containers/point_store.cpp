@@ -1,7 +1,6 @@
 #include "zel/containers/point_store.h"
 
 #include <algorithm>
-#include <new>
 #include <utility>
 
 #include "zel/containers/detail/point_index.h"
@@ -164,7 +163,7 @@ PointIndex* PointStore::readyIndex() const {
     return nullptr;
   }
   if (index_ == nullptr) {
-    index_.reset(new (std::nothrow) PointIndex());
+    index_.reset(new PointIndex());
   }
   if (index_ != nullptr && !index_->follow(data(), bound(), handedOut_, length())) {
     index_.reset();

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <cstdlib>
 
-namespace {
+#include "zel/core/constants.h"
 
-constexpr int kHeapExhausted = 40;
+namespace {
 
 void* reported(void* block) {
   if (block == nullptr) {
-    kwErrorMessage(kHeapExhausted);
+    kwErrorMessage(zel::kOutOfMemory);
   }
   return block;
 }

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 
+#include "zel/containers/detail/heap.h"
 #include "zel/containers/detail/point_grid.h"
 #include "zel/containers/point_store.h"
 #include "zel/core/constants.h"
@@ -23,7 +24,7 @@ inline bool isNearPoint(const float* a, float x, float y, float z) {
 
 /// Knows the slots from 0 to some bound. Slots that changed lately, or that callers may change
 /// unseen, are loose: they stand in a short list beside the grid and are compared one by one.
-class PointIndex {
+class PointIndex : public HeapObject {
  public:
   /// Makes a slot loose, before it changes or is handed out.
   /// @return false when the grid must be given up; so for all others.

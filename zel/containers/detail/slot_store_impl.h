@@ -10,15 +10,11 @@
 #include <type_traits>
 #include <utility>
 
+#include "zel/containers/detail/heap.h"
 #include "zel/containers/detail/policies.h"
 #include "zel/containers/slot_store.h"
-#include "zel/core/memory.h"
 
 namespace zel {
-
-/// The largest block that an array may hold, in bytes.
-inline constexpr std::int64_t kMaxStoreBytes = 0x7FFFFFFF;
-inline constexpr int kHeapExhausted = 40;
 
 /// Whether slots are plain values that may be moved bytewise.
 template <class Slot>
@@ -37,12 +33,7 @@ void constructFresh(Slot* first, std::int64_t count) {
 /// Room for `length` slots. @return null, reported, when refused.
 template <class Slot>
 Slot* allocateSlots(std::int64_t length) {
-  const std::int64_t bytes = length * static_cast<std::int64_t>(sizeof(Slot));
-  if (bytes > kMaxStoreBytes) {
-    kwErrorMessage(kHeapExhausted);
-    return nullptr;
-  }
-  return static_cast<Slot*>(slMalloc(static_cast<std::uint32_t>(bytes)));
+  return static_cast<Slot*>(takeBlock(length * static_cast<std::int64_t>(sizeof(Slot))));
 }
 
 // --- life --------------------------------------------------------------------------------------
@@ -177,7 +168,7 @@ template <class Slot, class Policy>
 bool SlotStore<Slot, Policy>::resizeHeap(std::int64_t length) {
   const std::int64_t bytes = length * static_cast<std::int64_t>(sizeof(Slot));
   Slot* block = nullptr;
-  if (kIsPlain<Slot> && heap_ != nullptr && bytes <= kMaxStoreBytes) {
+  if (kIsPlain<Slot> && heap_ != nullptr && bytes <= kMaxBlockBytes) {
     void* raw = heap_;
     block = static_cast<Slot*>(slRealloc(raw, static_cast<std::uint32_t>(bytes)));
   } else {
@@ -315,9 +306,12 @@ int SlotStore<Slot, Policy>::append(const SlotStore& other) {
   bound_ = oldBound;
   for (int i = 0; i < otherBound; ++i) {
     const Slot slot = other.data()[i];
-    // The count of `other` may be too low for its live slots.
-    if (!Policy::isLive(keyOf(slot)) || !makeRoomFor(bound_)) {
+    if (!Policy::isLive(keyOf(slot))) {
       continue;
+    }
+    // The count of `other` may be too low for its live slots.
+    if (!makeRoomFor(bound_)) {
+      break;
     }
     data()[bound_] = slot;
     ++bound_;
@@ -334,8 +328,8 @@ int SlotStore<Slot, Policy>::import(const SlotStore& other) {
   addSize(imported);
   for (int i = 0; i < otherBound; ++i) {
     const Slot slot = other.data()[i];
-    if (Policy::isLive(keyOf(slot))) {
-      set(slot, next++);
+    if (Policy::isLive(keyOf(slot)) && !set(slot, next++)) {
+      break;
     }
   }
   return imported;
@@ -357,9 +351,9 @@ int SlotStore<Slot, Policy>::nextLive(int after) const {
 template <class Slot, class Policy>
 int SlotStore<Slot, Policy>::previousLive(int before) const {
   const Slot* store = data();
-  for (int i = std::min(before, bound_) - 1; i >= 0; --i) {
-    if (Policy::isLiveBackward(keyOf(store[i]))) {
-      return i;
+  for (int i = std::max(std::min(before, bound_), 0); i > 0; --i) {
+    if (Policy::isLiveBackward(keyOf(store[i - 1]))) {
+      return i - 1;
     }
   }
   return -1;

@@ -1,6 +1,7 @@
 #include "zel/containers/detail/text_index.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace zel {
 
@@ -57,7 +58,7 @@ void TextIndex::learn(int slot, std::string_view text) {
     ++openOfLength_[text.size()];
   }
   if (2 * (usedChains_ + 1) > chains_.size()) {
-    growTable();
+    renewTable();
   }
   link(slot, hashOf(text));
 }
@@ -88,15 +89,17 @@ TextIndex::Chain& TextIndex::chainOf(std::uint64_t hash) {
   return const_cast<Chain&>(static_cast<const TextIndex*>(this)->chainOf(hash));
 }
 
-// Doubles the table and leaves out the chains that ran empty.
-void TextIndex::growTable() {
-  std::vector<Chain> old(std::max(2 * chains_.size(), kFirstChains));
+// Leaves out the chains that ran empty, and makes the table four times as long as the others.
+void TextIndex::renewTable() {
+  const auto holdsSlots = [](const Chain& chain) { return chain.head >= 0; };
+  const auto kept =
+      static_cast<std::size_t>(std::count_if(chains_.begin(), chains_.end(), holdsSlots));
+  Vector<Chain> old(std::max(std::bit_ceil(4 * kept), kFirstChains));
   old.swap(chains_);
-  usedChains_ = 0;
+  usedChains_ = kept;
   for (const Chain& chain : old) {
-    if (chain.head >= 0) {
+    if (holdsSlots(chain)) {
       chainOf(chain.hash) = chain;
-      ++usedChains_;
     }
   }
 }

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "zel/containers/detail/heap.h"
+
 namespace zel {
 
 /// Finds the lowest slot whose text matches a zero-terminated one, byte for byte over the stored
@@ -20,7 +22,7 @@ namespace zel {
 ///
 /// Slots 0 to covered() - 1 are known to the index. It reads texts when it takes a slot in, and
 /// keeps no copy: the table says `forget` before a text changes and `learn` after it.
-class TextIndex {
+class TextIndex : public HeapObject {
  public:
   /// Slots known: from 0 up to this one.
   [[nodiscard]] int covered() const { return static_cast<int>(hashes_.size()); }
@@ -33,12 +35,17 @@ class TextIndex {
   /// Forgets the slot covered() - 1 for good.
   void uncoverLast(std::string_view text);
 
+  /// Length of the hash table: it follows the number of different texts, not of changes.
+  [[nodiscard]] std::size_t tableLength() const { return chains_.size(); }
+
   /// @param textOf   the stored text of a slot: textOf(int) to std::string_view.
   /// @return the lowest matching slot, -1 when there is none.
   template <class TextOf>
   [[nodiscard]] int lowestMatch(const char* text, TextOf textOf) const;
 
  private:
+  template <class T>
+  using Vector = std::vector<T, HeapAllocator<T>>;
   enum class Kind { kClosed, kOpen, kOther };
 
   /// Slots with one hash, linked in ascending order.
@@ -61,17 +68,17 @@ class TextIndex {
 
   [[nodiscard]] const Chain& chainOf(std::uint64_t hash) const;
   [[nodiscard]] Chain& chainOf(std::uint64_t hash);
-  void growTable();
+  void renewTable();
   void link(int slot, std::uint64_t hash);
   void unlink(int slot);
 
-  std::vector<Chain> chains_;  ///< open addressing, a power of two long
+  Vector<Chain> chains_;  ///< open addressing, a power of two long
   std::size_t usedChains_ = 0;
-  std::vector<std::uint64_t> hashes_;  ///< by slot
-  std::vector<int> next_;              ///< by slot
-  std::vector<int> previous_;          ///< by slot
-  std::vector<int> openOfLength_;      ///< number of open texts by length
-  std::vector<int> others_;            ///< slots compared one by one, ascending
+  Vector<std::uint64_t> hashes_;  ///< by slot
+  Vector<int> next_;              ///< by slot
+  Vector<int> previous_;          ///< by slot
+  Vector<int> openOfLength_;      ///< number of open texts by length
+  Vector<int> others_;            ///< slots compared one by one, ascending
 };
 
 /// Whether stored bytes match the beginning of `text`, continued by zeros.
