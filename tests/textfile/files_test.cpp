@@ -25,6 +25,7 @@ TEST(Files, findsFilesDirectoriesAndPatterns) {
   EXPECT_FALSE(slIsExistentPath(nullptr));
 
   EXPECT_EQ(slFindSingleFile((dir.path().string() + "\\").c_str()), 1);
+  EXPECT_EQ(slFindSingleFile((dir.path().string() + "/").c_str()), 1);
   EXPECT_EQ(slFindSingleFile(dir.file("iron.bmp").c_str()), 0);
   EXPECT_EQ(slFindSingleFile(""), 0);
   EXPECT_EQ(slFindSingleFile(std::string(260, 'x').c_str()), 0);
@@ -81,6 +82,9 @@ TEST(Files, copyNeverReplaces) {
   EXPECT_EQ(readFile(dir.file("old.bmp")), "old");
   EXPECT_EQ(slCopyFile(source.c_str(), dir.file("sub\\").c_str()), 1);
   EXPECT_EQ(readFile(dir.file("sub/wood.bmp")), "new");
+  fs::create_directory(dir.path() / "with slashes");
+  slCopyFile(dir.file("wood.bmp").c_str(), dir.file("with slashes/").c_str());
+  EXPECT_EQ(readFile(dir.file("with slashes/wood.bmp")), "new");
   EXPECT_EQ(slCopyFile(dir.file("none").c_str(), dir.file("copy").c_str()), 1);
   EXPECT_FALSE(slIsExistentPath(dir.file("copy").c_str()));
   EXPECT_EQ(slCopyFile(nullptr, nullptr), 1);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstring>
 #include <random>
 #include <string>
@@ -157,6 +158,24 @@ TEST(KeywordLists, hostileFilesEndQuietly) {
     EXPECT_EQ(slFscanfPoint2DArr(PlainFile(text), &points), 1);
     EXPECT_EQ(points.GetBoundM(), 0) << text;
   }
+}
+
+TEST(KeywordLists, nullStreamsCountAsEmpty) {
+  FILE* const none = nullptr;
+  char line[4] = "old";
+  EXPECT_EQ(slFgets(none, line, 4), 1);
+  EXPECT_STREQ(line, "");
+  EXPECT_EQ(slSkipLine(none) + slSearchStrM(none, "x"), 0);
+  IntArr ints;
+  Point2DArr points;
+  ints.AddItemM(1);
+  points.SetItemM(std::array<float, 2>{1, 2}.data(), 0);
+  EXPECT_EQ(slFprintfIntArr(none, ints, "l") + slFprintfPoint2DArr(none, points, "l"), 2);
+  EXPECT_EQ(slFscanfIntArr(none, &ints), 1);
+  EXPECT_EQ(ints.GetBoundM(), 0);
+  KwBaseCL element(31);
+  EXPECT_EQ(element.FmWriteZelFileM(none) + element.FmReadZelFileM(none), 2);
+  EXPECT_EQ(element.IsAvailableM(), 31);
 }
 
 TEST(KeywordLists, tenColumnsAreReadOfANumber) {

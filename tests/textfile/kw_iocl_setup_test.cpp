@@ -205,6 +205,8 @@ TEST(StreamPosition, searchComparesWholeLines) {
   EXPECT_EQ(io.SearchStrM("begin"), 0);
   io.RewindM();
   EXPECT_EQ(io.SearchStrM("egin"), 0);
+  io.RewindM();
+  EXPECT_EQ(io.SearchStrM(nullptr), 0);  // no line is empty
 }
 
 TEST(StreamPosition, binaryLinesAreStringsWithACount) {
@@ -220,6 +222,8 @@ TEST(StreamPosition, binaryLinesAreStringsWithACount) {
   EXPECT_EQ(io.SearchStrM("begin"), 1);
   io.RewindM();
   EXPECT_EQ(io.SearchStrM("missing"), 0);
+  io.RewindM();
+  EXPECT_EQ(io.SearchStrM(nullptr), 1);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstring>
 #include <random>
 #include <string>
@@ -48,6 +49,8 @@ TEST(StringEdit, insertsBehindSeedsWhileThereIsRoom) {
   EXPECT_EQ(slInsStrBySeed(empty, 0, "x", ','), 1);
   char noSeed[4] = "abc";
   EXPECT_EQ(slInsStrBySeed(noSeed, 4, "x", '\0'), 1);
+  EXPECT_STREQ(noSeed, "abc");
+  EXPECT_EQ(slInsStrBySeed(noSeed, INT_MIN, "x", 'a'), 0);
   EXPECT_STREQ(noSeed, "abc");
 }
 

@@ -125,6 +125,32 @@ TEST(ValueLists, settingsOfTheStreamAreUsedAndRestored) {
             "'         1 %; _LIST_BEGIN'\n'         0 %; INDEX_OF__LIST'\n<7>\n'_LIST_END'\n");
 }
 
+// The formats of tuples bring their own commas; readers look for the separator all the same.
+TEST(ValueLists, separatorsOfTheCallersReachSomeListsOnly) {
+  StreamFile file;
+  Point3DArr points;
+  Int4DArr quads;
+  const float xyz[] = {1, 2, 3};
+  const int four[] = {1, 2, 3, 4};
+  points.AddItemM(xyz);
+  quads.AddItemM(four);
+  KwIOCL io;
+  io.OpenM(file.name(), "w+");
+  io.SetSeparatorM(" | ");
+  points.FmOutputZelLstM(&io, "l");
+  quads.FmOutputZelLstM(&io, "l");
+  io.RewindM();
+  EXPECT_EQ(file.bytes(),
+            "         1 | l_LIST_BEGIN\n         0 | INDEX_OF_l_LIST\n"
+            "  1.00000000e+00 |   2.00000000e+00 |   3.00000000e+00\nl_LIST_END\n"
+            "         1 | l_LIST_BEGIN\n         0 | INDEX_OF_l_LIST\n"
+            "         1,          2,          3,          4\nl_LIST_END\n");
+  Point3DArr read;
+  read.FmInputZelLstM(&io);
+  EXPECT_EQ(read.GetItemPM(0)[2], 3);
+  EXPECT_EQ(thrownBy([&] { quads.FmInputZelLstM(&io); }), 107);
+}
+
 TEST(ValueLists, listsFollowEachOtherAndLandOnTop) {
   StreamFile file;
   IntArr ints, none;

@@ -17,8 +17,7 @@ using zel::Scans;
 
 constexpr int kCoordinates = 3;
 
-// --- faces on a formatted stream: written and read in different orders
-// -----------------------------
+// --- faces on a formatted stream: written and read in different orders -------------------------
 
 template <int kCount>
 void outputFace(KwIOCL* io, const FaceRecord<kCount>& face) {
@@ -36,8 +35,7 @@ void inputFace(KwIOCL* io, FaceRecord<kCount>* face) {
   io->InputCM(&face->normalType);
 }
 
-// --- plain records
-// ---------------------------------------------------------------------------------
+// --- plain records -----------------------------------------------------------------------------
 
 LinePrinter& addTag(LinePrinter& line, const KwBaseCL& element) {
   return line.addInt(element.IsAvailableM(), zel::kByteColumns).add("\n");

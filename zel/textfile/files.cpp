@@ -7,7 +7,6 @@
 #include "zel/core/constants.h"
 #include "zel/core/platform.h"
 #include "zel/textfile/detail/text_view.h"
-#include "zel/textfile/paths.h"
 
 namespace {
 
@@ -57,7 +56,7 @@ int slFindSingleFile(const char* path) {
   if (text.empty() || text.size() >= zel::kPathLimit) {
     return 0;
   }
-  if (text.back() == '\\') {
+  if (isSeparator(text.back())) {
     text.remove_suffix(1);
   }
   char trimmed[zel::kPathLimit];
@@ -97,9 +96,8 @@ int slCopyFile(const char* source, const char* destination) {
   }
   char target[2 * zel::kPathLimit];
   zel::copyTruncated(target, to);
-  if (!to.empty() && to.back() == '\\') {
-    char directory[zel::kPathLimit];
-    slGetPathAndName(from.data(), directory, target + to.size());
+  if (!to.empty() && isSeparator(to.back())) {
+    zel::copyText(target + to.size(), from.substr(from.find_last_of("\\/") + 1));
   }
   if (!exists(target)) {
     zel::platform().copyFile(from.data(), target);

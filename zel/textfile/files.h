@@ -2,8 +2,8 @@
 
 /// @file
 /// Looking for files, copying them, creating directories. Everything goes through
-/// `zel::platform()`; on systems whose paths part directories with a slash, both separators work.
-/// A null path counts as empty.
+/// `zel::platform()`. Backslash and slash both part directories here, on every system, unlike in
+/// paths.h. A null path counts as empty.
 
 #include "zel/core/api.h"
 
@@ -11,7 +11,7 @@
 ///         as patterns; a path with a trailing separator is not found.
 [[nodiscard]] ZEL_API bool slIsExistentPath(const char* path);
 
-/// Looks for a file or directory; one trailing backslash is ignored.
+/// Looks for a file or directory; one trailing separator is ignored.
 /// @return 1 when it is found; 0 when not, for an empty path and for 260 characters or more.
 [[nodiscard]] ZEL_API int slFindSingleFile(const char* path);
 
@@ -25,7 +25,7 @@
 ZEL_API int slCreateDirRecursively(const char* path);
 
 /// Copies a file unless the target exists.
-/// @param destination target file; when it ends with a backslash, the directory in which the
+/// @param destination target file; when it ends with a separator, the directory in which the
 ///        target gets the source's name.
 /// @return always 1, also when nothing was copied.
 ZEL_API int slCopyFile(const char* source, const char* destination);

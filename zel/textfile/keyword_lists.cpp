@@ -39,6 +39,9 @@ void writeItem(FILE* file, const Point2DArr& array, int index) {
 
 template <class Array>
 int writeList(FILE* file, const Array& array, const char* name) {
+  if (file == nullptr) {
+    return 1;
+  }
   const zel::CLocaleScope neutral;
   zel::PlainListWriter list(file, zel::viewOf(name));
   const int count = array.GetBoundM();

@@ -2,7 +2,7 @@
 
 /// @file
 /// Three arrays as tagged lists on a plain stdio text stream. Their layout is not that of the
-/// lists on a KwIOCL.
+/// lists on a KwIOCL. A null stream counts as an empty one, to which nothing is written.
 
 #include <cstdio>
 

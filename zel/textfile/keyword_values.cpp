@@ -131,7 +131,7 @@ int slSkipLine(FILE* file) {
 }
 
 int slSearchStrM(FILE* file, const char* word) {
-  if (std::feof(file) != 0) {
+  if (file == nullptr || std::feof(file) != 0) {
     return 0;
   }
   const std::string_view wanted = zel::viewOf(word);

@@ -46,8 +46,7 @@ ZEL_API int slFprintfPixel4D(FILE* file, const char* format, const float* values
 /// Prints four bytes as unsigned integers.
 ZEL_API int slFprintfTexPixel4D(FILE* file, const char* format, const unsigned char* values);
 
-// --- lines and words
-// -------------------------------------------------------------------------------
+// --- lines and words -----------------------------------------------------------------------------
 
 /// Reads one line without its end (LF or CR LF) and keeps `size` - 1 characters of it; the rest of
 /// a longer line is dropped. At the end of the file the text is empty. With `size` below 1 nothing

@@ -1,10 +1,11 @@
 // Where the stream stands, and skipping over what it holds.
 
-#include <cstring>
+#include <string_view>
 
 #include "zel/core/constants.h"
 #include "zel/textfile/detail/platform_stdio.h"
 #include "zel/textfile/detail/text_scanner.h"
+#include "zel/textfile/detail/text_view.h"
 #include "zel/textfile/kw_iocl.h"
 
 namespace {
@@ -68,14 +69,15 @@ int KwIOCL::SkipSomeLinesM(int count) {
 }
 
 int KwIOCL::SearchStrM(const char* text) {
+  const std::string_view wanted = zel::viewOf(text);
   while (EofM() == 0) {
     if (isText()) {
       char line[kSearchBuffer];
       InputGetsM(line, kSearchBuffer);
-      if (std::strcmp(line, text) == 0) {
+      if (wanted == line) {
         return 1;
       }
-    } else if (nextStringEquals(text)) {
+    } else if (nextStringEquals(wanted)) {
       return 1;
     }
   }

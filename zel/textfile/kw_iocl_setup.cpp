@@ -11,6 +11,20 @@
 #include "zel/textfile/kw_iocl.h"
 #include "zel/textfile/paths.h"
 
+namespace {
+
+// Null when the file cannot be opened, for whatever reason.
+FILE* openOrNull(const char* fileName, const char* mode) {
+  try {
+    return zel::openStream(zel::viewOf(fileName).data(), mode);
+  } catch (const std::bad_alloc&) {
+    kwErrorMessage(zel::kOutOfMemory);
+    return nullptr;
+  }
+}
+
+}  // namespace
+
 KwIOCL::Handle::Handle(const Handle& other) noexcept : shared_(other.shared_) {}
 
 KwIOCL::Handle& KwIOCL::Handle::operator=(const Handle& other) {
@@ -56,7 +70,7 @@ KwIOCL::~KwIOCL() = default;
 int KwIOCL::OpenM(const char* fileName, const char* mode) {
   CloseM();
   const std::string_view modeText = zel::viewOf(mode);
-  FILE* file = modeText.empty() ? nullptr : zel::openStream(zel::viewOf(fileName).data(), mode);
+  FILE* file = modeText.empty() ? nullptr : openOrNull(fileName, mode);
   if (file == nullptr) {
     throw zel::kOpenFailure;
   }

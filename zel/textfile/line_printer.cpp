@@ -42,7 +42,8 @@ LinePrinter& LinePrinter::addReal(float value) {
 }
 
 void LinePrinter::flush() {
-  succeeded_ = std::fwrite(buffer_.data(), 1, size_, file_) == size_ && succeeded_;
+  succeeded_ =
+      succeeded_ && file_ != nullptr && std::fwrite(buffer_.data(), 1, size_, file_) == size_;
   size_ = 0;
 }
 

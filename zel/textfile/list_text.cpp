@@ -61,11 +61,11 @@ void ListWriter::end() {
 }
 
 ListSource::ListSource(FILE* file, int leastEntryBytes)
-    : left_(bytesLeft(file)),
+    : left_(file != nullptr ? bytesLeft(file) : 0),
       length_(left_),
       isKnown_(left_ != std::numeric_limits<std::int64_t>::max()),
       leastEntryBytes_(leastEntryBytes) {
-  if (isKnown_) {
+  if (file != nullptr && isKnown_) {
     length_ += tell(file);
   }
 }

@@ -80,7 +80,7 @@ int slInsStrBySeed(char* text, int capacity, const char* insert, char seed) {
   const auto step = static_cast<std::int64_t>(added.size());
   const auto wanted = static_cast<std::int64_t>(std::count(text, text + length, seed));
   // Insertion number k (from 0) fits when length + (k + 1) * step + 1 < capacity.
-  const std::int64_t room = std::max<std::int64_t>(capacity - 2 - length, -1);
+  const std::int64_t room = std::max<std::int64_t>(capacity - std::int64_t{2} - length, -1);
   const std::int64_t fitting = room < 0 ? 0 : step == 0 ? wanted : std::min(wanted, room / step);
 
   std::int64_t skipped = wanted - fitting;  // occurrences at the end that get nothing

@@ -18,6 +18,9 @@ bool isHexDigit(int c) { return isDigit(c) || (lowerCase(c) >= 'a' && lowerCase(
 }  // namespace
 
 int TextScanner::refill() {
+  if (file_ == nullptr) {
+    return EOF;
+  }
   if (lookAhead_ == LookAhead::kLine) {
     readLine();
   } else {

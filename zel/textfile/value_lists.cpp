@@ -41,8 +41,7 @@ void readItem(KwIOCL& io, float* item) { io.InputRM(item); }
 void readItem(KwIOCL& io, zel::Float2* item) { io.InputRM(&(*item)[0], &(*item)[1]); }
 void readItem(KwIOCL& io, zel::Float3* item) { io.InputRM(&(*item)[0], &(*item)[1], &(*item)[2]); }
 
-// --- which entries an indexed list leaves out
-// -----------------------------------------------------
+// --- which entries an indexed list leaves out --------------------------------------------------
 
 bool isTaken(int item) { return item != zel::kNoIndex; }
 bool isTaken(const zel::Int2& item) { return isTaken(item[0]) && isTaken(item[1]); }
@@ -237,8 +236,10 @@ void Point3DArr::FmOutputZelLstM(KwIOCL* io, const char* name) const {
 void Point3DArr::FmInputZelLstM(KwIOCL* io) { readList(io, &slots_.changeAll()); }
 
 int Point3DArr::FmOutputLstM(FILE* file) const {
-  std::fwrite(slots_.data(), sizeof(zel::Float3),
-              static_cast<std::size_t>(entriesOf(slots_.plain())), file);
+  if (file != nullptr) {
+    const auto count = static_cast<std::size_t>(entriesOf(slots_.plain()));
+    static_cast<void>(std::fwrite(slots_.data(), sizeof(zel::Float3), count, file));
+  }
   return 1;
 }
 
@@ -248,8 +249,10 @@ int Point3DArr::FmInputLstM(FILE* file, int count) {
     if (!store.reserve(count)) {
       return 1;
     }
-    const auto wanted = static_cast<std::size_t>(count);
-    static_cast<void>(std::fread(store.data(), sizeof(zel::Float3), wanted, file));
+    if (file != nullptr) {
+      const auto wanted = static_cast<std::size_t>(count);
+      static_cast<void>(std::fread(store.data(), sizeof(zel::Float3), wanted, file));
+    }
   }
   store.setBound(count);
   store.setAvailable(count);

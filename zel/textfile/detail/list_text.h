@@ -43,6 +43,7 @@ class ListWriter {
 /// What is known about a stream before a list is read from it.
 class ListSource {
  public:
+  /// @param file null counts as an empty file.
   /// @param leastEntryBytes the fewest bytes that an entry takes in the file.
   ListSource(FILE* file, int leastEntryBytes);
 

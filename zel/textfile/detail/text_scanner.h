@@ -17,7 +17,7 @@ enum class LookAhead {
 };
 
 /// Scans for one operation and is not kept: on destruction everything looked at but not taken goes
-/// back, so that the stream stands right behind what was taken.
+/// back, so that the stream stands right behind what was taken. A null stream is an empty one.
 ///
 /// Looking ahead by lines is several times faster. Giving back more than a character then costs a
 /// seek, or is left to `ungetc` where the stream cannot seek.
