@@ -1,4 +1,5 @@
-// Any sequence of reads from one stream. The input ends, after a zero byte, with the operations.
+// Any sequence of reads from one stream, by its own calls and by the line helpers of plain streams.
+// The input ends, after a zero byte, with the operations.
 
 #include <algorithm>
 #include <cstdint>
@@ -7,6 +8,7 @@
 #include <vector>
 
 #include "support/memory_file.h"
+#include "zel/textfile/keyword_values.h"
 #include "zel/textfile/kw_iocl.h"
 
 namespace {
@@ -16,7 +18,7 @@ void readOne(KwIOCL& io, unsigned operation, std::vector<char>& text) {
   int n[4];
   float r[4];
   unsigned char pixel[4];
-  switch (operation % 16) {
+  switch (operation % 19) {
     case 0:
       io.InputCM(&c, &c, &c);
       break;
@@ -62,8 +64,17 @@ void readOne(KwIOCL& io, unsigned operation, std::vector<char>& text) {
     case 14:
       io.SetAutoNewLineM(1 - io.GetAutoNewLineM());
       break;
-    default:
+    case 15:
       io.InputSeparatorM();
+      break;
+    case 16:
+      slFgets(io.GetFileDescriptM(), text.data(), static_cast<int>(text.size()));
+      break;
+    case 17:
+      slSkipLine(io.GetFileDescriptM());
+      break;
+    default:
+      slSearchStrM(io.GetFileDescriptM(), "l_LIST_END");
       break;
   }
 }

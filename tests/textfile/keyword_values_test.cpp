@@ -103,7 +103,7 @@ TEST(KeywordLines, linesAndWords) {
 TEST(KeywordLists, goldenBytes) {
   IntArr ints;
   ints.SetItemM(-5, 1);
-  PlainFile a, b, c;
+  PlainFile a, b;
   EXPECT_EQ(slFprintfIntArr(a, ints, "l"), 1);
   EXPECT_EQ(a.text(),
             "         2,  l_LIST_BEGIN\n         0,  INDEX_OF_l_LIST\n-2147483647\n"
@@ -114,14 +114,6 @@ TEST(KeywordLists, goldenBytes) {
   slFprintfInt2dArr(b, pairs, "l");
   EXPECT_EQ(b.text(),
             "         1,  l_LIST_BEGIN\n         0,  INDEX_OF_l_LIST\n1,  -2\nl_LIST_END\n");
-  Point2DArr points;
-  const float point[] = {0.5F, -1e9F};
-  points.AddItemM(point);
-  slFprintfPoint2DArr(c, points, "l");
-  EXPECT_EQ(
-      c.text(),
-      "         1,  l_LIST_BEGIN\n         0,  INDEX_OF_l_LIST\n0.500000,  -1000000000.000000\n"
-      "l_LIST_END\n");
 }
 
 TEST(KeywordLists, readersEmptyFirstAndLeaveOutTheirMarks) {

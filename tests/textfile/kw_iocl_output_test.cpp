@@ -146,6 +146,7 @@ TEST(StreamOutput, binaryForms) {
   EXPECT_EQ(bytes([&](KwIOCL& io) { io.OutputSM("abcdef", 3, 1); }), three + "abc");
   EXPECT_EQ(bytes([&](KwIOCL& io) { io.OutputsM("abc"); }), three + "abc");
   EXPECT_EQ(bytes([&](KwIOCL& io) { io.OutputsM(nullptr); }), std::string(4, '\0'));
+  EXPECT_EQ(bytes([&](KwIOCL& io) { io.OutputSM(nullptr, 6, 0); }), "");
 }
 
 TEST(StreamOutput, rawRealsNeedABinaryStream) {

@@ -153,11 +153,7 @@ TEST(PlainLists, listsFollowEachOtherInOneFile) {
   const PlainFile file;
   triangles.FmWriteTriangleLstToFileM(file);
   quads.FmWriteQuadLstToFileM(file);
-  std::string crlf = file.text();
-  for (std::size_t at = crlf.find('\n'); at != std::string::npos; at = crlf.find('\n', at + 2)) {
-    crlf.insert(at, "\r");
-  }
-  const PlainFile source(crlf);
+  const PlainFile source(file.text());
   trianglesRead.FmReadTriangleLstM(source);
   quadsRead.FmReadQuadLstM(source);
   EXPECT_EQ(std::fgetc(source), EOF);

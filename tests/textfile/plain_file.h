@@ -6,13 +6,16 @@
 #include <string>
 #include <string_view>
 
+#include "line_ends.h"
+
 namespace zel::test {
 
 /// A stdio stream without a name, over a text for reading or to be written.
 class PlainFile {
  public:
   explicit PlainFile(std::string_view content = "") : file_(std::tmpfile()) {
-    std::fwrite(content.data(), 1, content.size(), file_);
+    const std::string text = withLineEnds(content);
+    std::fwrite(text.data(), 1, text.size(), file_);
     std::rewind(file_);
   }
   ~PlainFile() { std::fclose(file_); }

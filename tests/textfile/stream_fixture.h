@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "line_ends.h"
 #include "support/temp_dir.h"
 #include "zel/textfile/kw_iocl.h"
 
@@ -42,7 +43,8 @@ class StreamFile {
   }
   /// Opens `io` for reading `content`.
   void feed(KwIOCL& io, std::string_view content, const char* mode = "r") {
-    writeFile(name_, content);
+    const bool isText = std::string_view(mode).find('b') == std::string_view::npos;
+    writeFile(name_, isText ? withLineEnds(content) : std::string(content));
     io.OpenM(name(), mode);
   }
 

@@ -163,7 +163,8 @@ int KwIOCL::OutputSM(const char* text, int length, int withLength) {
   if (isText()) {
     return outputText(isDefaultFmt_[kString] ? nullptr : fmts_[kString], whole);
   }
-  const std::size_t size = length >= 1 ? static_cast<std::size_t>(length) : whole.size();
+  const bool isCut = length >= 1 && text != nullptr;
+  const std::size_t size = isCut ? static_cast<std::size_t>(length) : whole.size();
   if (length < 1 || withLength != 0) {
     writeString(whole.data(), size);
   } else {
