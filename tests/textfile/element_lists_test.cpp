@@ -46,6 +46,13 @@ TEST(ElementLists, nodesByteForByteAndBack) {
   nodes.DelItemM(1);
   nodes.DelItemM(2);
   EXPECT_EQ(listOf(file, nodes), kNodeList);
+  std::string binary("\2\0\0\0", 4);
+  for (const NodeCL& each : {nodes.ElementAtM(0), nodes.ElementAtM(1)}) {
+    binary += each.IsAvailableM();
+    binary.append(reinterpret_cast<const char*>(each.point()), 12);
+    binary.append(reinterpret_cast<const char*>(each.normal()), 12);
+  }
+  EXPECT_EQ(listOf(file, nodes, "wb"), binary);
 
   NodeArr read;
   for (int i = 0; i < 6; ++i) {
