@@ -170,6 +170,38 @@ class NodeSequence : public ListSequence<NodeArr, NodeCL, NodeModel> {
   int size_;
 };
 
+TEST(NodeArr, nearestFollowsThousandsOfChanges) {
+  std::mt19937 random(5);
+  NodeArr list;
+  NodeModel model;
+  const auto place = [&] {  // few places: many ties
+    std::array<float, 3> p;
+    for (float& x : p) {
+      x = random() % 100 == 0 ? NAN : static_cast<float>(random() % 12);
+    }
+    return p;
+  };
+  for (int step = 0; step < 6000; ++step) {
+    const ModelNode value{zel::kTagAvailable, place(), {}};
+    NodeCL node(char{31});
+    node.SetPntM(value.point.data());
+    const int slot = static_cast<int>(random() % static_cast<unsigned>(model.bound + 1));
+    if (random() % 4 == 0 && model.bound > 0) {
+      list.DelItemM(slot);
+      model.remove(slot);
+    } else {
+      const int target = random() % 3 == 0 ? slot : model.bound;
+      list.SetItemM(node, target);
+      model.set(value, target);
+    }
+    if (step % 4 == 0) {
+      const auto p = place();
+      NodeCL out;
+      ASSERT_EQ(list.GetNearestNodeM(out, p.data()), model.nearest(p.data())) << "step " << step;
+    }
+  }
+}
+
 class NodeDifferential : public testing::TestWithParam<unsigned> {};
 
 TEST_P(NodeDifferential, everySequenceAnswersAsTheWalk) { NodeSequence(GetParam(), 700).run(6000); }

@@ -34,22 +34,26 @@ bool Nearest::tryNode(const NodeCL* nodes, int candidate, const float* p) {
   return true;
 }
 
-void NearestTree::clear() {
-  entries_ = {};
-  axes_ = {};
+void NearestTree::Query::tryEntry(const Entry& entry) {
+  dead += entry.slot < bound && best->tryNode(nodes, entry.slot, p) ? 0 : 1;
 }
 
-void NearestTree::build(const NodeCL* nodes, int bound) {
-  entries_.clear();
-  for (int slot = 0; slot < bound; ++slot) {
-    const float* p = nodes[slot].point();
-    if (nodes[slot].IsAvailableM() == kTagAvailable && std::isfinite(p[0]) && std::isfinite(p[1]) &&
-        std::isfinite(p[2])) {
+NearestTree::NearestTree(const NodeCL* nodes, const std::vector<int>& slots) {
+  entries_.reserve(slots.size());
+  for (const int slot : slots) {
+    if (nodes[slot].IsAvailableM() == kTagAvailable) {
+      const float* p = nodes[slot].point();
       entries_.push_back({{p[0], p[1], p[2]}, slot});
     }
   }
   axes_.assign(entries_.size(), 0);
-  split(0, static_cast<int>(entries_.size()));
+  split(0, size());
+}
+
+void NearestTree::appendSlots(std::vector<int>& slots) const {
+  for (const Entry& entry : entries_) {
+    slots.push_back(entry.slot);
+  }
 }
 
 // Halves the range by the axis along which it is longest.
@@ -81,9 +85,9 @@ void NearestTree::split(int first, int end) {
   }
 }
 
-int NearestTree::search(const NodeCL* nodes, const float* p, Nearest& best) const {
-  Query query{nodes, p, &best, 0};
-  search(0, static_cast<int>(entries_.size()), query);
+int NearestTree::search(const NodeCL* nodes, int bound, const float* p, Nearest& best) const {
+  Query query{nodes, bound, p, &best, 0};
+  search(0, size(), query);
   return query.dead;
 }
 
@@ -98,7 +102,7 @@ void NearestTree::search(int first, int end, Query& query) const {
     if (std::fabs(offset) > farthestThatMatters(query.best->distance)) {
       return;
     }
-    query.dead += query.best->tryNode(query.nodes, entry.slot, query.p) ? 0 : 1;
+    query.tryEntry(entry);
     (isBelow ? first : end) = isBelow ? middle + 1 : middle;
   }
   const double limit = farthestThatMatters(query.best->distance);
@@ -108,7 +112,7 @@ void NearestTree::search(int first, int end, Query& query) const {
     const double dy = double{query.p[1]} - entry.point[1];
     const double dz = double{query.p[2]} - entry.point[2];
     if (dx * dx + dy * dy + dz * dz <= limit * limit) {
-      query.dead += query.best->tryNode(query.nodes, entry.slot, query.p) ? 0 : 1;
+      query.tryEntry(entry);
     }
   }
 }

@@ -17,16 +17,16 @@ struct Nearest {
 };
 
 /// Nodes as they once were, for finding the nearest one. The nodes themselves decide: an entry
-/// only says which slots are worth a look, and slots that have changed since are looked at in any
-/// case. A balanced k-d tree over an array; see J. L. Bentley, Multidimensional Binary Search
-/// Trees, 1975.
+/// only says which slots are worth a look. A balanced k-d tree over an array; see J. L. Bentley,
+/// Multidimensional Binary Search Trees, 1975.
 class NearestTree {
  public:
-  /// Takes in every live node with finite coordinates. May throw std::bad_alloc.
-  void build(const NodeCL* nodes, int bound);
-  void clear();
-  /// Improves `best`. @return the number of slots looked at that turned out dead.
-  int search(const NodeCL* nodes, const float* p, Nearest& best) const;
+  /// Takes in the live ones among `slots`, whose coordinates are finite. May throw std::bad_alloc.
+  NearestTree(const NodeCL* nodes, const std::vector<int>& slots);
+  [[nodiscard]] int size() const { return static_cast<int>(entries_.size()); }
+  void appendSlots(std::vector<int>& slots) const;
+  /// Improves `best`, by slots below the bound. @return the number of slots looked at in vain.
+  int search(const NodeCL* nodes, int bound, const float* p, Nearest& best) const;
 
  private:
   struct Entry {
@@ -35,9 +35,12 @@ class NearestTree {
   };
   struct Query {
     const NodeCL* nodes;
+    int bound;
     const float* p;
     Nearest* best;
     int dead;
+
+    void tryEntry(const Entry& entry);
   };
   void split(int first, int end);
   void search(int first, int end, Query& query) const;

@@ -1,6 +1,10 @@
 #include "zel/mesh/detail/node_index.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <numeric>
+#include <utility>
 
 #include "zel/core/constants.h"
 #include "zel/geometry/geometry.h"
@@ -80,14 +84,18 @@ void NodeIndex::learn(const NodeCL* nodes, int slot, bool isInList) {
 }
 
 void NodeIndex::noteChange(int slot) {
-  if (!isTreeBuilt_) {
+  if (!hasTrees_) {
     return;
   }
   try {
     changed_.push_back(slot);
-    isTreeBuilt_ = static_cast<int>(changed_.size()) <= treeBound_ + 64;
   } catch (const std::bad_alloc&) {
-    isTreeBuilt_ = false;
+    fellTrees();
+    return;
+  }
+  // Nobody may ever ask for the nearest again, yet changes go on.
+  if (static_cast<int>(changed_.size()) > builtBound_ + 64) {
+    fellTrees();
   }
 }
 
@@ -96,9 +104,7 @@ void NodeIndex::drop() {
   isGridBuilt_ = false;
   gridBudget_.restart();
   isGridInVain_ = false;
-  tree_.clear();
-  isTreeBuilt_ = false;
-  treeBudget_.restart();
+  fellTrees();
 }
 
 void NodeIndex::storeMoved(const NodeCL* nodes, int bound) {
@@ -168,38 +174,78 @@ int NodeIndex::lowestOfAll(const NodeCL* nodes, int bound, const float* p) {
 
 // --- the nearest node --------------------------------------------------------------------------
 
-bool NodeIndex::hasTree(const NodeCL* nodes, int bound) {
-  if (isTreeBuilt_ || !treeBudget_.spend(bound, bound)) {
-    return isTreeBuilt_;
+void NodeIndex::fellTrees() {
+  trees_ = {};
+  changed_ = {};
+  notFinite_ = {};
+  hasTrees_ = false;
+  treeBudget_.restart();
+}
+
+// Every distance to a NaN counts as zero, so nodes that are not finite are always looked at.
+void NodeIndex::plant(const NodeCL* nodes, int bound, std::vector<int> slots) {
+  const auto isUnfit = [=](int slot) {
+    const float* q = slot < bound ? nodes[slot].point() : nullptr;
+    return q == nullptr || !(std::isfinite(q[0]) && std::isfinite(q[1]) && std::isfinite(q[2]));
+  };
+  const auto unfit =
+      std::stable_partition(slots.begin(), slots.end(), [&](int slot) { return !isUnfit(slot); });
+  std::copy_if(unfit, slots.end(), std::back_inserter(notFinite_),
+               [=](int slot) { return slot < bound; });
+  slots.erase(unfit, slots.end());
+  trees_.emplace_back(nodes, slots);
+  builtBound_ = bound;
+}
+
+bool NodeIndex::hasTrees(const NodeCL* nodes, int bound) {
+  if (hasTrees_ || !treeBudget_.spend(bound, bound)) {
+    return hasTrees_;
   }
+  fellTrees();
   try {
-    tree_.build(nodes, bound);
-    changed_.clear();
-    // Every distance to a NaN counts as zero, so such nodes are always looked at.
-    for (int slot = 0; slot < bound; ++slot) {
-      const float* q = nodes[slot].point();
-      if (!(std::isfinite(q[0]) && std::isfinite(q[1]) && std::isfinite(q[2]))) {
-        changed_.push_back(slot);
-      }
-    }
-    treeBound_ = bound;
-    isTreeBuilt_ = true;
-    treeBudget_.restart();
+    std::vector<int> all(static_cast<std::size_t>(bound));
+    std::iota(all.begin(), all.end(), 0);
+    plant(nodes, bound, std::move(all));
+    hasTrees_ = true;
   } catch (const std::bad_alloc&) {
-    tree_.clear();
+    fellTrees();
   }
-  return isTreeBuilt_;
+  return hasTrees_;
+}
+
+void NodeIndex::takeInChanges(const NodeCL* nodes, int bound) {
+  constexpr std::size_t kFew = 256;
+  if (changed_.size() <= kFew) {
+    return;
+  }
+  std::vector<int> slots = std::exchange(changed_, {});
+  while (!trees_.empty() && static_cast<std::size_t>(trees_.back().size()) <= 2 * slots.size()) {
+    trees_.back().appendSlots(slots);
+    trees_.pop_back();
+  }
+  std::sort(slots.begin(), slots.end());
+  slots.erase(std::unique(slots.begin(), slots.end()), slots.end());
+  plant(nodes, bound, std::move(slots));
 }
 
 int NodeIndex::nearestTo(const NodeCL* nodes, int bound, const float* p) {
   const bool isFinite = std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]);
-  if (!isFinite || !hasTree(nodes, bound)) {
+  if (!isFinite || !hasTrees(nodes, bound)) {
+    return walkToNearest(nodes, bound, p);
+  }
+  try {
+    takeInChanges(nodes, bound);
+  } catch (const std::bad_alloc&) {
+    fellTrees();
     return walkToNearest(nodes, bound, p);
   }
   Nearest best{kInfinity, kNoIndex};
-  int wasted = tree_.search(nodes, p, best);
-  const std::vector<int>* untrusted[2] = {&changed_, &exposed_.slots()};
-  for (const std::vector<int>* slots : untrusted) {
+  int wasted = 0;
+  for (const NearestTree& tree : trees_) {
+    wasted += tree.search(nodes, bound, p, best);
+  }
+  const std::vector<int>* const inNoTree[] = {&changed_, &notFinite_, &exposed_.slots()};
+  for (const std::vector<int>* slots : inNoTree) {
     for (const int slot : *slots) {
       if (slot < bound) {
         best.tryNode(nodes, slot, p);
@@ -207,8 +253,8 @@ int NodeIndex::nearestTo(const NodeCL* nodes, int bound, const float* p) {
     }
     wasted += static_cast<int>(slots->size());
   }
-  // Stale entries cost a little at every search, in the end as much as another tree.
-  isTreeBuilt_ = !treeBudget_.spend(wasted, bound);
+  // Stale entries cost a little at every search, in the end as much as new trees.
+  hasTrees_ = !treeBudget_.spend(wasted, bound);
   return best.slot;
 }
 

@@ -14,7 +14,10 @@ namespace zel {
 /// Answers the two searches of a node list by position.
 ///
 /// The grid holds exactly the live slots below the bound that nobody holds a reference of. The
-/// tree holds slots as they were when it was built; those that changed since are kept in a list.
+/// trees hold slots as they were when each was built; those that changed since are kept in a list
+/// and, when that grows long, make a tree together with those that are not much larger. So there
+/// are few trees, and a slot goes from one to the next only a few times; see J. L. Bentley, J. B.
+/// Saxe, Decomposable Searching Problems, 1980.
 class NodeIndex {
  public:
   // What IndexedSlots tells; see there.
@@ -37,7 +40,10 @@ class NodeIndex {
   [[nodiscard]] bool hasGrid(const NodeCL* nodes, int bound);
   void giveUpGrid();
   void buildGrid(const NodeCL* nodes, int bound);
-  [[nodiscard]] bool hasTree(const NodeCL* nodes, int bound);
+  [[nodiscard]] bool hasTrees(const NodeCL* nodes, int bound);
+  void plant(const NodeCL* nodes, int bound, std::vector<int> slots);
+  void takeInChanges(const NodeCL* nodes, int bound);
+  void fellTrees();
   void noteChange(int slot);
 
   ExposedSlots exposed_;
@@ -47,10 +53,11 @@ class NodeIndex {
   WalkBudget gridBudget_{4};
   bool isGridInVain_ = false;  ///< tried, and not worth trying again until the store moves
 
-  NearestTree tree_;
-  bool isTreeBuilt_ = false;
-  std::vector<int> changed_;  ///< since the tree was built; slots may repeat
-  int treeBound_ = 0;
+  std::vector<NearestTree> trees_;  ///< the largest first
+  bool hasTrees_ = false;
+  std::vector<int> changed_;    ///< since the last tree was built; slots may repeat
+  std::vector<int> notFinite_;  ///< at no place of a tree; slots may repeat
+  int builtBound_ = 0;
   WalkBudget treeBudget_{32};
 };
 
