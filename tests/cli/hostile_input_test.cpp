@@ -70,6 +70,10 @@ TEST_F(HostileInput, brokenDocumentsNameTheList) {
   }
   expectRefused("index.zel", replaced(document_, "3, INDEX_OF_NODE", "-3, INDEX_OF_NODE"),
                 "list of nodes");
+  expectRefused("twice.zel", replaced(document_, "3, INDEX_OF_NODE", "2, INDEX_OF_NODE"),
+                "list of nodes");
+  expectRefused("twice.zel", replaced(document_, "3,  INDEX_OF_TRI", "2,  INDEX_OF_TRI"),
+                "list of triangles");
   expectRefused("tag.zel", replaced(document_, "zel4.008", "zel9.9"), "version tag");
   expectRefused("rest.zel", document_ + "rubbish\n", "texture coordinates");
 }

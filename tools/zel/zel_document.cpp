@@ -76,12 +76,15 @@ class ZelReader {
     list_ = "nodes";
     mesh_.nodes.FmInputZelLstM(&stream_);
     expectEnd("_LIST_END");
+    expectEachSlotOnce(mesh_.nodes);
     list_ = "triangles";
     mesh_.triangles.FmReadTriangleLstM(file);
     expectPlainEnd("TRIANGLE", mesh_.triangles.GetBoundM());
+    expectEachSlotOnce(mesh_.triangles);
     list_ = "quads";
     mesh_.quads.FmReadQuadLstM(file);
     expectPlainEnd("QUAD", mesh_.quads.GetBoundM());
+    expectEachSlotOnce(mesh_.quads);
     if (stream_.FinishedReadM() != 1) {
       list_ = "texture coordinates";
       mesh_.textureCoords.FmInputZelLstM(&stream_);
@@ -108,6 +111,15 @@ class ZelReader {
     expectEnd(name + "_LIST_END");
     const std::string text = textBefore(stream_.GetFileDescriptM());
     if (bound > 0 && lastSlotIn(text, "INDEX_OF_" + name + "_LIST") != bound - 1) {
+      throw kReadFailure;
+    }
+  }
+
+  /// The readers count every live record, also when several name one slot.
+  template <class Elements>
+  static void expectEachSlotOnce(const Elements& elements) {
+    const int liveSlots = elements.GetAvailableNumM(-1);
+    if (elements.GetAvailableNumM() != liveSlots) {
       throw kReadFailure;
     }
   }
