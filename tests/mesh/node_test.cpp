@@ -259,6 +259,7 @@ TEST(NodeArr, sweepRepeatsTheFirstRingAtTheEnd) {
   nodes.ExtendByRotateToCircleM(-7, origin, z);
   nodes.ExtendByRotateToCircleM(2147483647, origin, z);
   EXPECT_EQ(nodes.GetBoundM(), 11);
+  EXPECT_EQ(NodeArr().ExtendByRotateToCircleM(2147483647, origin, z), 1);  // at once
 }
 
 TEST(Elements, writeOperationHidesTheBasesWithoutOverriding) {

@@ -25,6 +25,9 @@ TEST(Normals, flatNormalFollowsTheWinding) {
   EXPECT_EQ(normalOf(nodes, 2), (Point{0, 0, 1}));
   nodes.ReGenNormalVectM(triangleOf(0, 0, 1));
   EXPECT_EQ(normalOf(nodes, 0), (Point{1, 0, 0}));  // degenerate
+  nodes.DelItemM(3);                                // its slot is beyond the bound now
+  nodes.ReGenNormalVectM(triangleOf(0, 2, 3));
+  EXPECT_NEAR(normalOf(nodes, 3)[0], std::sqrt(0.5F), 1e-6);
 }
 
 // 3 x 3 nodes, one unit apart.

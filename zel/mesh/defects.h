@@ -29,7 +29,7 @@ struct MeshDefects {
   [[nodiscard]] ZEL_API bool any() const;
 };
 
-/// Counts the defects of a mesh. Expected time linear in nodes plus faces.
+/// Counts the defects of a mesh, in the time that sorting its faces takes.
 [[nodiscard]] ZEL_API MeshDefects findDefects(const NodeArr& nodes, const TriangleArr& triangles,
                                               const QuadArr& quads);
 

@@ -42,6 +42,8 @@ class IndexedSlots {
   /// The bound, 0 when a reader left it negative.
   [[nodiscard]] int bound() const { return store_.bound() < 0 ? 0 : store_.bound(); }
   [[nodiscard]] bool holds(int slot) const { return store_.holds(slot); }
+  /// Whether the slot is allocated, below the bound or not.
+  [[nodiscard]] bool exists(int slot) const { return slot >= 0 && slot < store_.length(); }
   [[nodiscard]] bool isLive(int slot) const;
   /// Copies a slot, or a fresh element when there is none.
   void read(Element* out, int slot) const;

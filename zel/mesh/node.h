@@ -86,8 +86,9 @@ class ZEL_API NodeCL : public KwBaseCL {
 /// the list keeps an index of its own from the first few searches on. References and pointers to
 /// nodes (`ElementAtM`, `[]`, `GetItemPM`, `getCurrentItemPrtM`) stay valid until the next growth,
 /// and what is written through them is seen; each slot handed out makes every search a little
-/// slower until then, the whole store handed out makes searches walk. Prefer the const forms for
-/// reading.
+/// slower until then, and the whole store, or more than one slot in a hundred, handed out makes
+/// every search walk. So read through the const forms, write through the list, or end the life of
+/// what was handed out with AddSizeM(1).
 class ZEL_API NodeArr {
  public:
   NodeArr();
@@ -154,10 +155,13 @@ class ZEL_API NodeArr {
   [[nodiscard]] const NodeCL* getCurrentItemPrtConstM() const;
 
   // --- reading ---------------------------------------------------------------------------------
-  // Points and normals of an index outside 0 to bound - 1 read as zero; writes there are ignored.
+  // Indices name slots whether below the bound or not: plain lists leave nodes beyond it, and faces
+  // refer to them. Points and normals of an index outside 0 to length - 1 read as zero; writes
+  // there are ignored.
 
   void GetPntM(int index, float* point) const;
   void GetNormalM(int index, float* normal) const;
+  /// As GetPntM(), but zero from the bound on.
   void GetOnePntM(int index, float* point) const;
   void SetNodeNormM(int index, const float* normal);
   /// Copies the point of every slot below the bound, deleted ones too, to the same index of `out`.

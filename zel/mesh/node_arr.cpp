@@ -22,18 +22,16 @@ constexpr float kZeroPoint[3] = {0.0F, 0.0F, 0.0F};
 
 }  // namespace
 
-void NodeArr::GetPntM(int index, float* point) const {
-  std::copy_n(nodes_.holds(index) ? nodes_[index].point() : kZeroPoint, 3, point);
-}
+void NodeArr::GetPntM(int index, float* point) const { nodes_.at(index).GetPntM(point); }
 
-void NodeArr::GetNormalM(int index, float* normal) const {
-  std::copy_n(nodes_.holds(index) ? nodes_[index].normal() : kZeroPoint, 3, normal);
-}
+void NodeArr::GetNormalM(int index, float* normal) const { nodes_.at(index).GetNormalM(normal); }
 
-void NodeArr::GetOnePntM(int index, float* point) const { GetPntM(index, point); }
+void NodeArr::GetOnePntM(int index, float* point) const {
+  GetPntM(nodes_.holds(index) ? index : -1, point);
+}
 
 void NodeArr::SetNodeNormM(int index, const float* normal) {
-  if (nodes_.holds(index)) {
+  if (nodes_.exists(index)) {
     nodes_.changeUnindexed()[index].SetNormM(normal);
   }
 }

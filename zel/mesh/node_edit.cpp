@@ -148,7 +148,7 @@ void NodeArr::ScaleM(const float* matrix) {
 
 int NodeArr::ExtendByRotateToCircleM(int n, const float* p, const float* dir) {
   const std::int64_t length = (std::int64_t{n} + 1) * nodes_.bound();
-  if (n < 1 || length > std::numeric_limits<int>::max()) {
+  if (n < 1 || length < 1 || length > std::numeric_limits<int>::max()) {
     return 1;
   }
   float step[16];

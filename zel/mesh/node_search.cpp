@@ -19,7 +19,7 @@ template <int kCount>
 void takeNearestCorner(const NodeSlots& nodes, const zel::FaceRecord<kCount>& face, const float* p,
                        float* dist, int* idx) {
   for (const int corner : face.corners) {
-    if (!nodes.holds(corner)) {
+    if (!nodes.exists(corner)) {
       continue;
     }
     const float distance = slDistance3(p, nodes[corner].point());
@@ -34,7 +34,7 @@ void takeNearestCorner(const NodeSlots& nodes, const zel::FaceRecord<kCount>& fa
 float distanceToEntry(const NodeSlots& nodes, const float* p, const IntArr& lst, int position) {
   int node = zel::kNoIndex;
   lst.GetItemM(&node, position);
-  return nodes.holds(node) ? slDistance3(p, nodes[node].point()) : zel::kInfinity;
+  return nodes.exists(node) ? slDistance3(p, nodes[node].point()) : zel::kInfinity;
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ void unitCross(const double* v, const double* w, float* out) {
 template <int kCount>
 void spreadFlatNormal(NodeSlots& nodes, const zel::FaceRecord<kCount>& face) {
   for (const int corner : face.corners) {
-    if (!nodes.holds(corner)) {
+    if (!nodes.exists(corner)) {
       return;
     }
   }

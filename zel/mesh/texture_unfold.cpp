@@ -49,11 +49,14 @@ bool isGiven(const XYCoordSysD& cs) {
   return slFabs(cs.origin[0] - zel::kFloatMark) >= zel::kTolerance;
 }
 
+/// Whether the corners are nodes: slots below the bound, or such as plain lists leave beyond it.
 bool hasNodes(const TriangleCL& face, const NodeArr& nodes) {
   int corners[3];
   face.GetTriangleM(corners);
-  return std::all_of(corners, corners + 3,
-                     [&](int node) { return node >= 0 && node < nodes.GetBoundM(); });
+  return std::all_of(corners, corners + 3, [&](int node) {
+    const bool isBelowBound = node >= 0 && node < nodes.GetBoundM();
+    return isBelowBound || nodes[node].IsAvailableM() != zel::kTagNotAvailable;
+  });
 }
 
 /// Slots that have been visited and still have edges to try, or were never live; lowest first.
@@ -105,7 +108,7 @@ class TriangleArr::UnfoldWalk {
         faces_(store.data()),
         nodes_(nodes),
         uv_(uv),
-        edges_(faces_, store.bound(), nodes.GetBoundM()) {
+        edges_(faces_, store.bound(), nodes.GetLengthM()) {
     for (int slot = 0; slot < store.bound(); ++slot) {
       const char tag = faces_[slot].IsAvailableM();
       if (tag != zel::kTagNotAvailable && tag != zel::kTagAvailable) {

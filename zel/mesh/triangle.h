@@ -16,7 +16,6 @@ class IntArr;
 class KwIOCL;
 class NodeArr;
 class Point2DArr;
-class Point2DArr;
 class Point3DArr;
 struct XYCoordSysD;
 
@@ -253,7 +252,8 @@ class ZEL_API TriangleArr {
   /// opposite direction. Where it cannot go on, it restarts from the lowest face that has edges
   /// left to try; deleted faces take part in that. Delete tags are its working state: 37 and 38 on
   /// a face tell how many edges have been tried, 30 that all have; the available count falls by
-  /// one for each face visited. Callers that need the list afterwards set the tags anew.
+  /// one for each face visited. Callers that need the list afterwards unfold a copy, or put the
+  /// faces back with SetItemM(), which restores the count, too.
   /// @param cs    where the walk begins: at a face around the node nearest to the x axis, laid
   ///              into the x-y plane. An origin with x = -1e18 means none: then face 0 is first,
   ///              its first corner at (0, 0).
