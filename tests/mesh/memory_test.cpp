@@ -19,16 +19,22 @@ std::size_t bytesAllotted = 0;  // by requests since a test last set it
 
 }  // namespace
 
-void* operator new(std::size_t size) {
-  void* const block = requestsLeft-- > 0 ? std::malloc(size) : nullptr;
+// Not inlined: gcc would take the free() for the wrong end of a new it also sees.
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  bytesAllotted += size;
+  return requestsLeft-- > 0 ? std::malloc(size) : nullptr;
+}
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  void* const block = operator new(size, std::nothrow);
   if (block == nullptr) {
     throw std::bad_alloc();
   }
-  bytesAllotted += size;
   return block;
 }
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t /*size*/) noexcept { std::free(block); }
+[[gnu::noinline]] void operator delete(void* block) noexcept { std::free(block); }
+[[gnu::noinline]] void operator delete(void* block, std::size_t /*size*/) noexcept {
+  std::free(block);
+}
 
 namespace {
 
