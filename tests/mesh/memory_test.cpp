@@ -14,7 +14,8 @@
 namespace {
 
 constexpr long kNoLimit = 1L << 60;
-long requestsLeft = kNoLimit;   // of the heap, before it refuses
+long requestsLeft = kNoLimit;   // of the heap, before it refuses one
+bool isRefusingForGood = true;  // and then all others, too
 std::size_t bytesAllotted = 0;  // by requests since a test last set it
 
 }  // namespace
@@ -22,7 +23,9 @@ std::size_t bytesAllotted = 0;  // by requests since a test last set it
 // Not inlined: gcc would take the free() for the wrong end of a new it also sees.
 [[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
   bytesAllotted += size;
-  return requestsLeft-- > 0 ? std::malloc(size) : nullptr;
+  const bool isGranted = requestsLeft > 0 || (requestsLeft < 0 && !isRefusingForGood);
+  --requestsLeft;
+  return isGranted ? std::malloc(size) : nullptr;
 }
 [[gnu::noinline]] void* operator new(std::size_t size) {
   void* const block = operator new(size, std::nothrow);
@@ -82,6 +85,39 @@ TEST(Memory, farthestPairIsNoneWhenItIsRefused) {
                         [&](float value) { return value == 0 && a == b && a < 0; });
   EXPECT_GT(refusals, 2);
   EXPECT_GT(b, a);
+}
+
+TEST(Memory, searchesAnswerTheSameWhenItIsRefused) {
+  const zel::test::Mesh mesh = zel::test::makeFlatGrid(12, 12);
+  const auto ask = [&] {
+    NodeArr nodes(mesh.nodes);
+    TriangleArr faces(mesh.triangles);
+    long answers = 0;
+    const auto note = [&](int answer) { answers = (answers * 31 + answer) % 1000003; };
+    for (int round = 0; round < 50; ++round) {
+      const float p[3] = {static_cast<float>(round % 15), static_cast<float>(round % 7), 0.0F};
+      NodeCL node(char{31});
+      node.SetPntM(p);
+      int at = 0;
+      note(nodes.GetNearestNodeM(node, p));
+      nodes.MergeNodeLstM(node, &at);
+      note(at);
+      const int corners[3] = {round, round + 1, round + 14};
+      note(faces.FindTriangleM(corners));
+      note(faces.JudgeBoundM(round, round + 1, &at));
+      note(faces.getFirstValidIdxM());
+      faces.ChangeNodeIdxM(round, round + 20);
+      faces.DelItemM(2 * round);
+    }
+    return answers;
+  };
+  const long expected = ask();
+  for (const bool forGood : {true, false}) {
+    isRefusingForGood = forGood;
+    const int refusals = refuseEachRequest(ask, [&](long answers) { return answers == expected; });
+    isRefusingForGood = true;
+    EXPECT_GT(refusals, 10);
+  }
 }
 
 TEST(Memory, changesThatNobodySearchesForTakeNoMore) {
