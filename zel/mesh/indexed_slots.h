@@ -53,7 +53,9 @@ class IndexedSlots {
   /// The slot for reading; a scratch element outside 0 to length - 1.
   [[nodiscard]] const Element& at(int slot) const;
   /// The index, made when first asked for; null while the list is short or memory is refused.
-  [[nodiscard]] Index* index() const;
+  [[nodiscard]] Index* index() const { return index_ != nullptr ? index_.get() : makeIndex(); }
+  /// The index if there is one already.
+  [[nodiscard]] Index* knownIndex() const { return index_.get(); }
 
   // --- handing out, until the next growth ---
   [[nodiscard]] Element* handOut(int slot);
@@ -91,6 +93,7 @@ class IndexedSlots {
   void replace(Store&& store);
 
  private:
+  [[nodiscard]] Index* makeIndex() const;
   void tellBefore(int slot);
   void tellAfter(int slot);
   void tellTakenUp(int first, int end);

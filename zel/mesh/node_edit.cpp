@@ -21,11 +21,21 @@ zel::VectorRun positions(NodeCL* store, int bound) {
   return {store->point(), static_cast<std::size_t>(std::max(bound, 0)), sizeof(NodeCL)};
 }
 
+using zel::NodeIndex;
+
+// Apart from the quick answer, so that this stays as short as it can be.
+[[gnu::noinline]] int mergeSlowly(zel::NodeSlots& nodes, const NodeCL& node, int quick) {
+  const int found =
+      quick == NodeIndex::kUndecided ? zel::firstNodeAt(nodes, node.point()) : zel::kNoIndex;
+  return found == zel::kNoIndex ? nodes.add(node) : found;
+}
+
 }  // namespace
 
 int NodeArr::MergeNodeLstM(const NodeCL& node, int* idx) {
-  const int found = zel::firstNodeAt(nodes_, node.point());
-  *idx = found == zel::kNoIndex ? nodes_.add(node) : found;
+  const NodeIndex* index = nodes_.knownIndex();
+  const int quick = index == nullptr ? NodeIndex::kUndecided : index->quickAt(node.point());
+  *idx = quick >= 0 ? quick : mergeSlowly(nodes_, node, quick);
   return 1;
 }
 

@@ -11,7 +11,11 @@ void TriangleArr::AddTriangleM(const int* indices, const float* normal) {
 
 int TriangleArr::MergeTriangleLstM(TriangleCL triangle) {
   const auto& record = triangle.record();
-  if (zel::hasEqualCorners(record) ||
+  if (zel::hasEqualCorners(record)) {
+    return 0;
+  }
+  auto* index = faces_.knownIndex();
+  if ((index == nullptr || !index->surelyLacks(record.corners)) &&
       zel::anyFaceWithin(faces_, record.corners, [](int /*slot*/) { return true; })) {
     return 0;
   }

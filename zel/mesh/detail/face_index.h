@@ -46,6 +46,10 @@ class FaceIndex {
   /// order, until it says yes. @return whether it did.
   template <class IsEnough>
   bool anyWithin(const Face* faces, int bound, const int* nodes, IsEnough isEnough);
+  /// True: no triangle lies within three distinct nodes. False: that has to be looked for.
+  [[nodiscard]] bool surelyLacks(const int* nodes) {
+    return sets_.isBuilt && exposed_.slots().empty() && sets_.content.surelyLacks(nodes);
+  }
   /// The lowest slot with an odd tag, or kNoIndex.
   [[nodiscard]] int firstOddTag(const Face* faces, int bound);
 

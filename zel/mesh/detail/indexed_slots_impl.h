@@ -91,8 +91,8 @@ const Element& IndexedSlots<Element, Index>::at(int slot) const {
 }
 
 template <class Element, class Index>
-Index* IndexedSlots<Element, Index>::index() const {
-  if (index_ == nullptr && store_.length() > kSmallLength && !isUntracked_) {
+Index* IndexedSlots<Element, Index>::makeIndex() const {
+  if (store_.length() > kSmallLength && !isUntracked_) {
     index_.reset(new (std::nothrow) Index());
   }
   return index_.get();

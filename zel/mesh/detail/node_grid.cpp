@@ -13,16 +13,10 @@ namespace zel {
 
 namespace {
 
-// A little more than the distance at which points become equal, against rounding.
-constexpr double kReach = 1.01e-4;
 // The reach on both sides of a point must never span three cells.
 constexpr double kSmallestCell = 2.5e-4;
-// Adding it leaves a double's nearest whole number in its low bits; any double stays monotone.
-constexpr double kToWhole = 6755399441055744.0;  // 1.5 x 2^52
 // Entries per bucket at which the table grows.
 constexpr double kFill = 2.4;
-constexpr std::uint64_t kMix[4] = {0x9E3779B97F4A7C15U, 0xC2B2AE3D27D4EB4FU, 0x165667B19E3779F9U,
-                                   0xD6E8FEB86659FD93U};
 
 constexpr std::size_t kSampleSize = 64;
 constexpr NodeGrid::Point kNowhere{std::numeric_limits<float>::quiet_NaN(),
@@ -68,13 +62,8 @@ std::uint64_t NodeGrid::cellOf(double x) const {
   return std::bit_cast<std::uint64_t>(x * perCell_ + kToWhole);
 }
 
-std::size_t NodeGrid::homeOf(std::uint64_t key) const {
-  key ^= key >> 29;
-  return static_cast<std::size_t>((key * kMix[3]) >> shift_);
-}
-
 std::size_t NodeGrid::homeOf(const Point& p) const {
-  return homeOf(cellOf(p[0]) * kMix[0] + cellOf(p[1]) * kMix[1] + cellOf(p[2]) * kMix[2]);
+  return homeOf(cellOf(p[0]), cellOf(p[1]), cellOf(p[2]));
 }
 
 std::size_t NodeGrid::nextOf(std::size_t bucket) const {
@@ -151,7 +140,8 @@ void NodeGrid::refill(std::size_t bucketCount, double cell) {
     for (const Bucket& bucket : old) {
       for (int lane = 0; lane < kLanes && !isCrowded(); ++lane) {
         if (bucket.isTaken(lane)) {
-          place(bucket.slotOf(lane), bucket.pointOf(lane));
+          const Point p = bucket.pointOf(lane);
+          place(homeOf(p), bucket.slotOf(lane), p);
         }
       }
     }
@@ -179,13 +169,11 @@ void NodeGrid::makeRoom() {
   }
 }
 
-NodeGrid::Place NodeGrid::find(const Point& p) {
-  for (std::size_t i = homeOf(p);; i = nextOf(i)) {
+NodeGrid::Place NodeGrid::find(std::size_t home, const float* p) {
+  for (std::size_t i = home;; i = nextOf(i)) {
     Bucket& bucket = buckets_[i];
-    for (int lane = 0; lane < kLanes; ++lane) {
-      if (bucket.pointOf(lane) == p) {
-        return {&bucket, lane};
-      }
+    if (const unsigned same = lanesAt(bucket.x, bucket.y, bucket.z, p); same != 0) {
+      return {&bucket, std::countr_zero(same)};
     }
     if (!bucket.hasOverflowed()) {
       return {nullptr, 0};
@@ -194,18 +182,24 @@ NodeGrid::Place NodeGrid::find(const Point& p) {
 }
 
 // Puts an entry for a new position into the first free lane.
-void NodeGrid::place(std::uint32_t slot, const Point& p) {
-  for (std::size_t i = homeOf(p);; i = nextOf(i)) {
+void NodeGrid::place(std::size_t home, std::uint32_t slot, const Point& p) {
+  for (std::size_t i = home;; i = nextOf(i)) {
     Bucket& bucket = buckets_[i];
     for (int lane = 0; lane < kLanes; ++lane) {
       if (!bucket.isTaken(lane)) {
         used_ += bucket.slotOf(lane) == kEmpty ? 1U : 0U;
         ++entries_;
         bucket.put(lane, slot, p);
+        if (bucket.hasOverflowed()) {
+          bucket.setRivalled();
+        }
         return;
       }
     }
     bucket.setOverflowed();
+    if (lanesNear(bucket.x, bucket.y, bucket.z, p.data(), 0, kRivalSquare).maybe != 0) {
+      bucket.setRivalled();
+    }
     ++overflowed_;
   }
 }
@@ -215,13 +209,14 @@ void NodeGrid::insert(int slot, const float* p) {
     return;
   }
   const Point point{p[0], p[1], p[2]};
-  if (const Place twin = find(point); twin.bucket != nullptr) {
+  const std::size_t home = homeOf(point);
+  if (const Place twin = find(home, p); twin.bucket != nullptr) {
     auto head = static_cast<int>(twin.bucket->slotOf(twin.lane));
     twins_.addInOrder(head, slot);
     twin.bucket->setSlot(twin.lane, static_cast<std::uint32_t>(head));
     return;
   }
-  place(static_cast<std::uint32_t>(slot), point);
+  place(home, static_cast<std::uint32_t>(slot), point);
   makeRoom();
 }
 
@@ -229,7 +224,7 @@ void NodeGrid::erase(int slot, const float* p) {
   if (isHopeless_) {
     return;
   }
-  const Place place = find({p[0], p[1], p[2]});
+  const Place place = find(homeOf(Point{p[0], p[1], p[2]}), p);
   if (place.bucket == nullptr) {
     return;
   }
@@ -246,13 +241,12 @@ void NodeGrid::erase(int slot, const float* p) {
 
 // --- searching ---------------------------------------------------------------------------------
 
-inline int NodeGrid::lowestInChain(std::size_t home, const float* p) const {
-  constexpr float kNearSquare = static_cast<float>(kReach * kReach);
+int NodeGrid::lowestInChain(std::size_t home, const float* p) const {
   int lowest = kNone;
   for (std::size_t i = home;; i = nextOf(i)) {
     const Bucket& bucket = buckets_[i];
-    for (unsigned near = lanesNear(bucket.x, bucket.y, bucket.z, p, kNearSquare); near != 0;
-         near &= near - 1) {
+    for (unsigned near = lanesNear(bucket.x, bucket.y, bucket.z, p, kSureSquare, kNearSquare).maybe;
+         near != 0; near &= near - 1) {
       const int lane = std::countr_zero(near);
       if (isEqualPoint(bucket.pointOf(lane).data(), p)) {
         lowest = std::min(lowest, static_cast<int>(bucket.slotOf(lane)));
@@ -264,45 +258,24 @@ inline int NodeGrid::lowestInChain(std::size_t home, const float* p) const {
   }
 }
 
-// Most points lie well inside one cell. The whole number nearest to a coordinate, in cells, names
-// its cell; how far it is off tells how near the next one is. Beyond kMiddle the difference is no
-// longer exact enough.
-int NodeGrid::lowestNear(const float* p) const {
-  constexpr double kMiddle = 1 << 30;
-  std::uint64_t key = 0;
-  double off = 0;
-  double far = 0;
-  for (int axis = 0; axis < 3; ++axis) {
-    const double x = p[axis] * perCell_;
-    const double whole = x + kToWhole;
-    key += std::bit_cast<std::uint64_t>(whole) * kMix[axis];
-    off = std::max(off, std::fabs(x - (whole - kToWhole)));
-    far = std::max(far, std::fabs(x));
-  }
-  const int lowest =
-      off < inner_ && far < kMiddle ? lowestInChain(homeOf(key), p) : lowestInCells(p);
-  return lowest == kNone ? kNoIndex : lowest;
-}
-
 int NodeGrid::lowestInCells(const float* p) const {
-  std::uint64_t low[3];
-  std::uint64_t high[3];
+  std::uint64_t ends[3][2];
   for (int axis = 0; axis < 3; ++axis) {
-    low[axis] = cellOf(p[axis] - kReach) * kMix[axis];
-    high[axis] = cellOf(p[axis] + kReach) * kMix[axis];
+    ends[axis][0] = cellOf(p[axis] - kReach);
+    ends[axis][1] = cellOf(p[axis] + kReach);
   }
   std::size_t homes[8];
   int count = 0;
   for (int corner = 0; corner < 8; ++corner) {
-    std::uint64_t key = 0;
+    std::uint64_t cell[3];
     bool isNew = true;
     for (int axis = 0; axis < 3; ++axis) {
       const bool isHigh = (corner >> axis & 1) != 0;
-      isNew = isNew && !(isHigh && high[axis] == low[axis]);
-      key += isHigh ? high[axis] : low[axis];
+      isNew = isNew && !(isHigh && ends[axis][1] == ends[axis][0]);
+      cell[axis] = ends[axis][isHigh ? 1 : 0];
     }
     if (isNew) {
-      homes[count] = homeOf(key);
+      homes[count] = homeOf(cell[0], cell[1], cell[2]);
       prefetch(&buckets_[homes[count++]]);
     }
   }
@@ -310,7 +283,7 @@ int NodeGrid::lowestInCells(const float* p) const {
   for (int k = 0; k < count; ++k) {
     lowest = std::min(lowest, lowestInChain(homes[k], p));
   }
-  return lowest;
+  return lowest == kNone ? kNoIndex : lowest;
 }
 
 }  // namespace zel

@@ -156,7 +156,7 @@ bool NodeIndex::hasGrid(const NodeCL* nodes, int bound) {
   return isGridBuilt_;
 }
 
-int NodeIndex::lowestOfAll(const NodeCL* nodes, int bound, const float* p) {
+int NodeIndex::lowestAt(const NodeCL* nodes, int bound, const float* p) {
   if (!hasGrid(nodes, bound)) {
     return walkToNodeAt(nodes, bound, p);
   }

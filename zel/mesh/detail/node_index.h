@@ -27,16 +27,17 @@ class NodeIndex {
   void drop();
   void storeMoved(const NodeCL* nodes, int bound);
 
-  /// The lowest live node equal to p, or kNoIndex.
-  [[nodiscard]] int lowestAt(const NodeCL* nodes, int bound, const float* p) {
-    return isGridBuilt_ && exposed_.slots().empty() ? grid_.lowestNear(p)
-                                                    : lowestOfAll(nodes, bound, p);
+  /// The lowest live node equal to p or kNoIndex, where one look tells; else kUndecided.
+  [[nodiscard]] int quickAt(const float* p) const {
+    return isGridBuilt_ && exposed_.slots().empty() ? grid_.quickNear(p) : kUndecided;
   }
+  static constexpr int kUndecided = NodeGrid::kUndecided;
+  /// The lowest live node equal to p, or kNoIndex.
+  [[nodiscard]] int lowestAt(const NodeCL* nodes, int bound, const float* p);
   /// The nearest live node, or kNoIndex.
   [[nodiscard]] int nearestTo(const NodeCL* nodes, int bound, const float* p);
 
  private:
-  [[nodiscard]] int lowestOfAll(const NodeCL* nodes, int bound, const float* p);
   [[nodiscard]] bool hasGrid(const NodeCL* nodes, int bound);
   void giveUpGrid();
   void buildGrid(const NodeCL* nodes, int bound);
