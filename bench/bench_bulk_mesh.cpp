@@ -201,7 +201,7 @@ void BM_CompactAfterDeletion(benchmark::State& state) {
 
 void meshSizes(benchmark::internal::Benchmark* bench) {
   bench->Unit(benchmark::kMillisecond);
-  for (const int faces : {10000, 100000, 1000000, 4000000}) {
+  for (const int faces : {10000, 100000, 1000000, 2000000, 4000000, 8000000}) {
     bench->Arg(faces);
   }
 }

@@ -1,6 +1,7 @@
 #include "zel/mesh/weld.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -22,61 +23,97 @@ bool isFinite(const NodeCL& node) {
   return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]);
 }
 
-/// The kept nodes, and in the report where every node went.
-NodeArr mergeNodes(const NodeArr& nodes, double tolerance, WeldReport& report) {
-  const NodeCL* store = nodes.getCurrentItemPrtConstM();
-  const int bound = std::max(nodes.GetBoundM(), 0);
-  NodeArr kept(bound);
-  KeptPoints positions(tolerance, static_cast<std::size_t>(bound));
-  report.newIndexOf.assign(static_cast<std::size_t>(bound), kNoIndex);
-  for (int slot = 0; slot < bound; ++slot) {
-    if (!isLive(store[slot])) {
-      continue;
+/// Merges one node after the other, looking ahead by a block of them.
+class NodeMerger {
+ public:
+  NodeMerger(const NodeArr& nodes, double tolerance, WeldReport& report)
+      : store_(nodes.getCurrentItemPrtConstM()),
+        bound_(std::max(nodes.GetBoundM(), 0)),
+        kept_(bound_),
+        positions_(tolerance, static_cast<std::size_t>(bound_)),
+        report_(report) {
+    report.newIndexOf.assign(static_cast<std::size_t>(bound_), kNoIndex);
+  }
+
+  /// The kept nodes; the report says where every node went.
+  NodeArr run() && {
+    for (int first = 0; first < bound_; first += kBlock) {
+      const int end = std::min(first + kBlock, bound_);
+      forEachLive(first, end, [&](int slot, KeptPoints::Search& search) {
+        positions_.lookAhead(store_[slot].point(), search);
+      });
+      forEachLive(first, end,
+                  [&](int /*slot*/, KeptPoints::Search& search) { positions_.fetch(search); });
+      forEachLive(first, end, [&](int slot, KeptPoints::Search& search) { merge(slot, search); });
     }
-    float p[3];
-    store[slot].GetPntM(p);
-    const KeptPoints::Hit hit = positions.findOrKeep(p);
-    report.newIndexOf[static_cast<std::size_t>(slot)] = hit.index;
+    return std::move(kept_);
+  }
+
+ private:
+  static constexpr int kBlock = 16;
+
+  template <class Visit>
+  void forEachLive(int first, int end, Visit visit) {
+    for (int slot = first; slot < end; ++slot) {
+      if (isLive(store_[slot])) {
+        visit(slot, searches_[static_cast<std::size_t>(slot - first)]);
+      }
+    }
+  }
+  void merge(int slot, const KeptPoints::Search& search) {
+    const KeptPoints::Hit hit = positions_.findOrKeep(search);
+    report_.newIndexOf[static_cast<std::size_t>(slot)] = hit.index;
     if (hit.isNew) {
-      kept.AddItemM(store[slot]);
+      kept_.AddItemM(store_[slot]);
     } else {
-      ++report.nodesMerged;
-      report.largestMove = std::max(report.largestMove, hit.distance);
+      ++report_.nodesMerged;
+      report_.largestMove = std::max(report_.largestMove, hit.distance);
     }
   }
-  return kept;
-}
 
-/// Maps corners and drops those that repeat the one before them in the cycle.
-template <std::size_t kCorners>
-std::vector<int> mappedCorners(const int (&corners)[kCorners], const std::vector<int>& newIndexOf) {
-  std::vector<int> mapped;
-  for (const int corner : corners) {
-    const bool isKnown = corner >= 0 && static_cast<std::size_t>(corner) < newIndexOf.size();
-    const int index = isKnown ? newIndexOf[static_cast<std::size_t>(corner)] : kNoIndex;
-    if (index == kNoIndex) {
-      return {};
-    }
-    if (mapped.empty() || mapped.back() != index) {
-      mapped.push_back(index);
-    }
-  }
-  if (mapped.size() > 1 && mapped.back() == mapped.front()) {
-    mapped.pop_back();
-  }
-  return mapped;
-}
+  const NodeCL* store_;
+  int bound_;
+  NodeArr kept_;
+  KeptPoints positions_;
+  WeldReport& report_;
+  std::array<KeptPoints::Search, kBlock> searches_;
+};
 
-bool isFace(const std::vector<int>& corners, std::size_t count) {
-  return corners.size() == count && !hasRepeatedCorner(corners.data(), static_cast<int>(count));
-}
+/// The new corners of a face, without those that repeat the one before them in the cycle; none
+/// when a corner names no live node.
+struct MappedCorners {
+  std::array<int, 4> corners;
+  int count = 0;
+
+  template <std::size_t kCorners>
+  MappedCorners(const int (&old)[kCorners], const std::vector<int>& newIndexOf) : corners{} {
+    for (const int corner : old) {
+      const bool isKnown = corner >= 0 && static_cast<std::size_t>(corner) < newIndexOf.size();
+      const int index = isKnown ? newIndexOf[static_cast<std::size_t>(corner)] : kNoIndex;
+      if (index == kNoIndex) {
+        count = 0;
+        return;
+      }
+      if (count == 0 || last() != index) {
+        corners[static_cast<std::size_t>(count++)] = index;
+      }
+    }
+    count -= count > 1 && last() == corners[0] ? 1 : 0;
+  }
+  [[nodiscard]] bool isFace(int wanted) const {
+    return count == wanted && !hasRepeatedCorner(corners.data(), count);
+  }
+
+ private:
+  [[nodiscard]] int last() const { return corners[static_cast<std::size_t>(count - 1)]; }
+};
 
 void renumberTriangles(TriangleArr& triangles, WeldReport& report) {
   TriangleArr kept(std::max(triangles.GetAvailableNumM(), 0));
   forEachLiveFace(triangles, [&](int /*slot*/, TriangleCL face, const auto& corners) {
-    std::vector<int> mapped = mappedCorners(corners, report.newIndexOf);
-    if (isFace(mapped, 3)) {
-      face.SetTriangleM(mapped.data());
+    const MappedCorners mapped(corners, report.newIndexOf);
+    if (mapped.isFace(3)) {
+      face.SetTriangleM(mapped.corners.data());
       kept.AddItemM(face);
     } else {
       ++report.facesCollapsed;
@@ -85,7 +122,7 @@ void renumberTriangles(TriangleArr& triangles, WeldReport& report) {
   triangles = std::move(kept);
 }
 
-TriangleCL asTriangle(const QuadCL& quad, const std::vector<int>& corners) {
+TriangleCL asTriangle(const QuadCL& quad, const std::array<int, 4>& corners) {
   float normal[3];
   char normalType = 0;
   quad.GetNormM(normal);
@@ -101,12 +138,12 @@ TriangleCL asTriangle(const QuadCL& quad, const std::vector<int>& corners) {
 void renumberQuads(TriangleArr& triangles, QuadArr& quads, WeldReport& report) {
   QuadArr kept(std::max(quads.GetAvailableNumM(), 0));
   forEachLiveFace(quads, [&](int /*slot*/, QuadCL face, const auto& corners) {
-    std::vector<int> mapped = mappedCorners(corners, report.newIndexOf);
-    if (isFace(mapped, 4)) {
-      face.SetQuadM(mapped.data());
+    const MappedCorners mapped(corners, report.newIndexOf);
+    if (mapped.isFace(4)) {
+      face.SetQuadM(mapped.corners.data());
       kept.AddItemM(face);
-    } else if (isFace(mapped, 3)) {
-      triangles.AddItemM(asTriangle(face, mapped));
+    } else if (mapped.isFace(3)) {
+      triangles.AddItemM(asTriangle(face, mapped.corners));
       ++report.quadsNarrowed;
     } else {
       ++report.facesCollapsed;
@@ -129,7 +166,7 @@ WeldReport weldMesh(NodeArr& nodes, TriangleArr& triangles, QuadArr& quads, doub
   if (report.badNode != kNoIndex || !(tolerance >= 0.0) || !std::isfinite(tolerance)) {
     return report;
   }
-  nodes = mergeNodes(nodes, tolerance, report);
+  nodes = NodeMerger(nodes, tolerance, report).run();
   renumberTriangles(triangles, report);
   renumberQuads(triangles, quads, report);
   report.isDone = true;
