@@ -1,10 +1,7 @@
 #include "zel/geometry/detail/transform_many.h"
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 #include "zel/geometry/detail/matrices.h"
+#include "zel/geometry/detail/point_lanes.h"
 
 namespace {
 
@@ -40,35 +37,24 @@ class PairTransform {
         zMoves_(_mm_setr_pd(move(m, first, 2), move(m, second, 2))) {}
 
   void apply(float* a, float* b) const {
-    const __m128d xyA = loadXy(a);
-    const __m128d xyB = loadXy(b);
-    const __m128d z = _mm_cvtps_pd(_mm_unpacklo_ps(_mm_load_ss(a + 2), _mm_load_ss(b + 2)));
-    const __m128d newZ = sum(product(xOfZ_, _mm_unpacklo_pd(xyA, xyB)),
-                             product(yOfZ_, _mm_unpackhi_pd(xyA, xyB)), product(zOfZ_, z), zMoves_);
-    storeXy(xyOf(xyA, _mm_unpacklo_pd(z, z), firstMove_), a);
-    storeXy(xyOf(xyB, _mm_unpackhi_pd(z, z), secondMove_), b);
-    const __m128 zs = _mm_cvtpd_ps(newZ);
-    _mm_store_ss(a + 2, zs);
-    _mm_store_ss(b + 2, _mm_shuffle_ps(zs, zs, 1));
+    const __m128d xyA = zel::loadXy(a);
+    const __m128d xyB = zel::loadXy(b);
+    const __m128d z = zel::loadZ(a, b);
+    const __m128d newZ =
+        zel::sum(zel::product(xOfZ_, _mm_unpacklo_pd(xyA, xyB)),
+                 zel::product(yOfZ_, _mm_unpackhi_pd(xyA, xyB)), zel::product(zOfZ_, z), zMoves_);
+    zel::storeXy(xyOf(xyA, _mm_unpacklo_pd(z, z), firstMove_), a);
+    zel::storeXy(xyOf(xyB, _mm_unpackhi_pd(z, z), secondMove_), b);
+    zel::storeZ(newZ, a, b);
   }
 
  private:
   static double move(const float* m, Kind kind, int row) {
     return kind == Kind::kPoint ? m[12 + row] : kNothing;
   }
-  static __m128d loadXy(const float* v) {
-    return _mm_cvtps_pd(_mm_castsi128_ps(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(v))));
-  }
-  static void storeXy(__m128d xy, float* v) {
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(v), _mm_castps_si128(_mm_cvtpd_ps(xy)));
-  }
-  static __m128d product(__m128d a, __m128d b) { return _mm_mul_pd(a, b); }
-  static __m128d sum(__m128d a, __m128d b, __m128d c, __m128d d) {
-    return _mm_add_pd(_mm_add_pd(_mm_add_pd(a, b), c), d);
-  }
   [[nodiscard]] __m128d xyOf(__m128d xy, __m128d zz, __m128d moved) const {
-    return sum(product(xOfXy_, _mm_unpacklo_pd(xy, xy)), product(yOfXy_, _mm_unpackhi_pd(xy, xy)),
-               product(zOfXy_, zz), moved);
+    return zel::sum(zel::product(xOfXy_, _mm_unpacklo_pd(xy, xy)),
+                    zel::product(yOfXy_, _mm_unpackhi_pd(xy, xy)), zel::product(zOfXy_, zz), moved);
   }
 
   __m128d xOfXy_, yOfXy_, zOfXy_;
