@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "geometry/random_geometry.h"
+#include "support/bits.h"
 #include "zel/core/constants.h"
 #include "zel/geometry/matrices.h"
 #include "zel/geometry/motions.h"
@@ -167,6 +168,18 @@ TEST(RectangleMoves, oneRectangleStopsAtTheWallOfTheOther) {
     EXPECT_LT(norm(widen(moved) - part * v), 1e-3);
   }
   EXPECT_GT(cut, 1000);
+}
+
+TEST(RectangleMoves, aMoveThatIsPossibleIsAnsweredToTheBit) {
+  const RectangleD r = upright(0, 0, 4, 2), inside = upright(1, 0.5, 2, 1);
+  const float v[3]{-0.0F, 0.1F, -0.0F}, a[3]{1, 1, 0}, b[3]{2, 1, 0};
+  float out[2][3];
+  EXPECT_EQ(slGetStdRectMinPanDisplace(r, inside, v, out[0]), 1);
+  EXPECT_EQ(slCheckLineInRect(r, a, b, v, out[1]), 1);
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_EQ(bits(out[0][i]), bits(v[i]));
+    EXPECT_EQ(bits(out[1][i]), bits(v[i]));
+  }
 }
 
 TEST(RectangleMoves, displacementsWithoutLengthAreAllPossible) {

@@ -51,6 +51,10 @@ TEST(Lengths, squaresAreFormedInDoublePrecision) {
   EXPECT_EQ(slNorm2(huge), 1e30F);  // the square does not fit a float
   const float mixed[3]{4097.0F, 1.0F, 0.0F};
   EXPECT_EQ(slLengthD(mixed), std::sqrt(16785410.0));  // nor does this one, exactly
+  // sqrt(25080101) = 5008.003694; a square that was rounded to float leads to the float before.
+  EXPECT_EQ(slDistance(1, 2, 3, 3001, 4012, 4), 5008.00390625F);
+  const float a[3]{1.0F, 2.0F, 3.0F}, b[3]{3001.0F, 4012.0F, 4.0F};
+  EXPECT_EQ(slDistance3(a, b), 5008.00341796875F);
 }
 
 TEST(Normalizing, degenerateVectorsBecomeTheFirstAxis) {
@@ -273,10 +277,10 @@ TEST(Determinants, equalPlainExpansionToTheBit) {
   std::mt19937 random(45);
   std::uniform_real_distribution<float> entry(-3.0F, 3.0F);
   for (int n = 2; n <= 7; ++n) {
-    for (int repeat = 0; repeat < 20; ++repeat) {
+    for (int repeat = 0; repeat < 40; ++repeat) {
       std::vector<float> m(static_cast<size_t>(n * n));
       for (float& value : m) {
-        value = entry(random);
+        value = repeat % 2 == 0 ? entry(random) : std::trunc(entry(random));  // zeros of both signs
       }
       EXPECT_EQ(zel::test::bits(slValueOfTrainM(m.data(), n)), zel::test::bits(expand(m, n)));
     }

@@ -12,8 +12,7 @@
 
 struct TouchCurD;
 
-// --- arcs from chords
-// -----------------------------------------------------------------------------
+// --- arcs from chords ---------------------------------------------------------------------------
 
 /// Centre of the arc of radius |r| from (x1, y1) to (x2, y2).
 /// With dir 143 and r > 0 the centre lies to the left of the chord; dir 144 and a negative radius
@@ -51,8 +50,7 @@ ZEL_API int slCalArcRadiusPnt(int dir, float x1, float y1, float x2, float y2, f
 ZEL_API int slGetTangentCircle(const float* a, const float* b, const float* c, const float* d,
                                float radius, float* centre, float* touch1, float* touch2);
 
-// --- angles
-// ---------------------------------------------------------------------------------------
+// --- angles -------------------------------------------------------------------------------------
 
 /// Angle of the point (px, py) on the circle of centre (cx, cy) and radius r, from the first axis
 /// toward the second. On a profile the first axis is z and the second x. slGetCircleAng() takes the
@@ -80,8 +78,7 @@ ZEL_API float slGetDirectAngleToZ(int mode, const float a[3], const float b[3]);
 ZEL_API int slSetArcPara(TouchCurD* c, const float* p1, const float* p2, const float* centre,
                          float r);
 
-// --- cutting
-// --------------------------------------------------------------------------------------
+// --- cutting ------------------------------------------------------------------------------------
 
 /// The point of the line ab at the height of p, as if p moved along x; its y is 0. A line no more
 /// than 0.0001 high gives the one of a and b that is nearer to p in x, b when both are.
@@ -91,10 +88,11 @@ ZEL_API void slProjToLineAlongXOnXZ(const float a[3], const float b[3], const fl
 /// Where an element crosses the line of constant x in the profile plane.
 /// - A line (type 1) has at most one crossing: its start when within 0.0001 of x (parameter 0),
 ///   else its end (parameter 1), else a point between (no parameter written); its y is the start's.
-/// - An arc of type 156 has up to two, the smaller angle first where x is above the centre, with
-///   their angles as parameters; none where |x - centre.x| reaches 0.9999 radius1. The angles of
-///   the record are tested with 0.0001 to spare. When endAng is more than that below startAng, it
-///   gains a turn in the record itself.
+/// - An arc of type 156 has up to two, with their angles as parameters, first the one whose angle
+/// is
+///   smaller before a turn is added; none where |x - centre.x| reaches 0.9999 radius1. The angles
+///   of the record are tested with 0.0001 to spare. When endAng is more than that below startAng,
+///   it gains a turn in the record itself.
 /// - Other types have none.
 /// @param[out] out   eight floats: out[0] and out[1] are points; out[2][0] and out[2][1], the two
 ///                   floats after them, are their parameters.

@@ -24,6 +24,12 @@ constexpr int kLargestOnStack = 4;
 float expandMinor(const float* m, int n, unsigned columns, const float* minors) {
   const int size = std::popcount(columns);
   const float* row = m + static_cast<std::size_t>(n - size) * static_cast<std::size_t>(n);
+  if (size == 2) {  // as one difference, which may be -0
+    const unsigned first = columns & (~columns + 1);
+    const unsigned second = columns & ~first;
+    return static_cast<float>(static_cast<double>(row[std::countr_zero(first)]) * minors[second] -
+                              static_cast<double>(row[std::countr_zero(second)]) * minors[first]);
+  }
   double sum = 0.0;
   double sign = 1.0;
   for (unsigned rest = columns; rest != 0; rest &= rest - 1) {

@@ -17,9 +17,8 @@ ZEL_API int slIsPntInsideOfTriangle(const float p[2], const float a[2], const fl
 ZEL_API int slIsPntInsideOfTrapezium(const float p[2], const float a[2], const float b[2],
                                      const float c[2], const float d[2]);
 /// One polygon edge a-b against the ray from (px, py) toward +x.
-/// @param[out] hit, t  where the ray's line crosses the edge, and its parameter from a to b;
-/// written
-///   only when the edge crosses the height of the ray strictly
+/// @param[out] hit, t  where the ray's line crosses the edge, and its parameter from a to b; both
+///   are written only when the edge crosses the height of the ray strictly
 /// @return 1 the ray crosses the edge; 2 the point lies on the edge; 3 the edge lies ahead on the
 ///   ray; 4 no crossing. An end exactly at the height of the ray is no crossing.
 ZEL_API int slRightInter(float px, float py, const float a[2], const float b[2], float hit[2],

@@ -83,9 +83,8 @@ ZEL_API int slLineIntersectPlane(const float p[3], const float u[3], const float
 /// Intersection of the ray from p along u with the plane n.x + d = 0.
 /// @param n  unit normal
 /// @param[out] out  the point, p itself when that lies on the plane; written on 1 and -1
-/// @return 1 the plane is met ahead or at p; -1 it lies behind; 3 the ray lies in it. A ray
-/// parallel
-///   to the plane but off it is not told apart, as in `slLineIntersectPlane`.
+/// @return 1 the plane is met ahead or at p; -1 it lies behind; 3 the ray lies in it. A ray that is
+///   parallel to the plane but off it is not told apart, as in `slLineIntersectPlane`.
 ZEL_API int slRadialIntersectPlane(const float p[3], const float u[3], const float n[3], float d,
                                    float out[3]);
 

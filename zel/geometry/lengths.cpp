@@ -39,7 +39,7 @@ float slSquareLength2(const float v[2]) { return static_cast<float>(sumOfSquares
 double slSquareLength2(const double v[2]) { return sumOfSquares2(v); }
 
 float slDistance(float x1, float y1, float z1, float x2, float y2, float z2) {
-  return zel::distance({x1, y1, z1}, {x2, y2, z2});
+  return static_cast<float>(zel::root(zel::squareDistanceD({x1, y1, z1}, {x2, y2, z2})));
 }
 
 float slDistance3(const float a[3], const float b[3]) { return zel::distance(a, b); }

@@ -21,7 +21,8 @@ ZEL_API float slSquareLength2(const float v[2]);
 /// Squared length of `double[2]`; no root, so nothing snaps to 0.
 ZEL_API double slSquareLength2(const double v[2]);
 
-/// Distance of the points (x1, y1, z1) and (x2, y2, z2).
+/// Distance of the points (x1, y1, z1) and (x2, y2, z2), rounded once. `slDistance3` may differ
+/// from it in the last place.
 ZEL_API float slDistance(float x1, float y1, float z1, float x2, float y2, float z2);
 /// Distance of two points: the root of `slSquareDistance3`, which has been rounded to float.
 ZEL_API float slDistance3(const float a[3], const float b[3]);

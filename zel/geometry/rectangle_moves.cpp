@@ -16,9 +16,14 @@ namespace {
 
 /// v shortened to `possible` of its length. @return 1 when nothing was cut.
 int shorten(Vec3 v, double possible, double length, float* out) {
-  const double part = length > 0.0 ? possible / length : 1.0;
-  const Vec3 zero{0.0F, 0.0F, 0.0F};
-  (length > 0.0 ? zel::along(zero, part, v) : zero).store(out);
+  if (!(length > 0.0)) {
+    Vec3(0.0F, 0.0F, 0.0F).store(out);
+    return 1;
+  }
+  const double part = possible / length;
+  out[0] = static_cast<float>(part * v.x);
+  out[1] = static_cast<float>(part * v.y);
+  out[2] = static_cast<float>(part * v.z);
   return part >= 1.0 ? 1 : 0;
 }
 

@@ -22,8 +22,8 @@ ZEL_API double slSqrt(double x);
 /// @return 0 within 0.0001 of 0 and for infinite x; 1e18 within 0.0001 of +pi/2. An angle near
 ///   -pi/2 is not caught and gives a large negative value.
 ZEL_API double slTan(double x);
-/// @return the arc cosine; 0 for x > 0.9999 and the library's pi for x < -0.9999, outside [-1, 1]
-/// too.
+/// @return the arc cosine; 0 for x > 0.9999 and the library's pi for x < -0.9999, also outside
+///   [-1, 1].
 ZEL_API double slAcos(double x);
 /// @return the arc sine; plus or minus half the library's pi for x beyond plus or minus 0.9999.
 ZEL_API double slAsin(double x);
@@ -48,8 +48,8 @@ ZEL_API float slKeepTwoDecimal(float x);
 
 /// Remainder for angles: for positive b it lies above 0 and a whole multiple of b gives b, not 0;
 /// negative a wraps to the positive side. slMod(720, 360) is 360, slMod(-90, 360) is 270.
-/// @return about a itself when |a / b| <= 0.0001, so that 0 stays 0. Division by b = 0 follows
-/// IEEE.
+/// @return about a itself when |a / b| <= 0.0001, so that 0 stays 0. Division by b = 0 follows the
+///   rules of IEEE 754.
 ZEL_API float slMod(float a, float b);
 
 /// @return the larger of the two.

@@ -48,8 +48,8 @@ ZEL_API void slGetPntsMidVect(const float o[3], const float p[3], const float q[
 /// @return 1 when the sine of the angle between a and b is below 0.0001, same or opposite sense;
 ///   0 otherwise and when either is no longer than 0.0001.
 ZEL_API int slVectParallel(const float a[3], const float b[3]);
-/// @return 1 when the squared distance of a and b is below 9.999999e-9 (about 0.0001 apart), else
-/// 0.
+/// @return 1 when the squared distance of a and b is below 9.999999e-9 (they are about 0.0001
+///   apart), else 0.
 ZEL_API int slIsEqualPoint3D(const float a[3], const float b[3]);
 /// @return index (0, 1, 2) of the component largest in magnitude, the lowest of equal ones.
 ///   Components within 0.0001 of 0 count as 0.

@@ -53,13 +53,14 @@ inline double lengthD(Vec3 v) { return root(squareLength(v)); }
 /// 0 or at least the tolerance; `slNorm2`.
 inline float length(Vec3 v) { return roundToFloat(lengthD(v)); }
 
-/// The squared distance, rounded to float; `slSquareDistance3`.
-inline float squareDistance(Vec3 a, Vec3 b) {
+inline double squareDistanceD(Vec3 a, Vec3 b) {
   const double dx = static_cast<double>(a.x) - b.x;
   const double dy = static_cast<double>(a.y) - b.y;
   const double dz = static_cast<double>(a.z) - b.z;
-  return roundToFloat(dx * dx + dy * dy + dz * dz);
+  return dx * dx + dy * dy + dz * dz;
 }
+/// The squared distance, rounded to float; `slSquareDistance3`.
+inline float squareDistance(Vec3 a, Vec3 b) { return roundToFloat(squareDistanceD(a, b)); }
 inline float distance(Vec3 a, Vec3 b) { return roundToFloat(root(squareDistance(a, b))); }
 inline bool isEqualPoint(Vec3 a, Vec3 b) { return squareDistance(a, b) < kSquareTolerance; }
 
