@@ -91,6 +91,33 @@ TEST(HostileGeometry, linesAndPlanes) {
     std::copy_n(p[2], 3, b.point);
     std::copy_n(p[3], 3, b.normal);
     expectOneOf(slGetPointOnIntersectLine(a, b, out[0]), {0, 1});
+    expectOneOf(slGetPlaneEquation(p[0], p[1], p[2], out[0], &x), {0, 1});
+    expectOneOf(slGetPlaneFourPnt(p[0], p[1], p[2], p[3], out[0]), {0, 1});
+    expectOneOf(slJudgePntCoPlane(6, p, out[0]), {2, 3, 4, 5});
+    expectOneOf(slGetInfLinesCoPerpenticular(p[0], p[1], p[2], p[3], &x, &y, &z), {2, 3});
+    expectOneOf(slGetLinesCoPerpenticular(p[0], p[1], p[2], p[3], &x, &y, &z), {2, 3});
+    EXPECT_GE(slGetLineDist(p[0], p[1], p[2], p[3]), 0.0F);
+  }
+}
+
+TEST(HostileGeometry, matricesAndInsideTests) {
+  HostileNumbers numbers(184);
+  for (int repeat = 0; repeat < 20000; ++repeat) {
+    Field f(numbers);
+    auto& [p, m, out, x, y, z, r, moving] = f;
+    float made[16], flat[6][2];
+    for (auto& vertex : flat) {
+      numbers.fill(vertex);
+    }
+    expectOneOf(slInverseMatrixM(m, made), {0, 1});
+    slGetRotateMatrix(p[0], p[1], x, made);
+    slCheckMatrixError(made);
+    slNormalizeMatrix(made);
+    expectOneOf(slCheckIndentity(made), {0, 1});
+    expectOneOf(slPointInterFaceM(flat, 6, p[0]), {0, 1});
+    expectOneOf(slJudgePntInPolygon(6, p, p[0], p[1]), {0, 1});
+    expectOneOf(slIsPntInsideOfTrapezium(p[0], p[1], p[2], p[3], p[4]), {0, 1});
+    expectOneOf(slCircumCenter3D(p[0], p[1], p[2], out[0], &x), {0, 1});
   }
 }
 

@@ -258,16 +258,4 @@ TEST(Intersections, eachCodeOfTwoLinesIsReached) {
   EXPECT_EQ(t, 0.25F);
 }
 
-TEST(LinePairs, hugeAndMissingValuesEndInAResult) {
-  for (const float value : {NAN, INFINITY, 3e38F, -3e38F}) {
-    const float bad[3]{value, value, 0}, o[3]{0, 0, 0}, x[3]{1, 0, 0}, y[3]{1, 2, 3};
-    float t, s, dist;
-    for (const auto& [p, q] : {std::pair{bad, o}, std::pair{o, bad}, std::pair{x, bad}}) {
-      slGetInfLinesCoPerpenticular(p, q, x, y, &t, &s, &dist);
-      slGetLinesCoPerpenticular(x, y, p, q, &t, &s, &dist);
-      slGetLineDist(p, q, x, y);
-    }
-  }
-}
-
 }  // namespace

@@ -12,7 +12,7 @@
 
 namespace {
 
-using zel::test::bits;
+using zel::test::samePoint;
 
 /// A record as a mesh holds it: something before, a point, a normal, something after.
 struct Record {
@@ -42,15 +42,6 @@ void randomMatrix(zel::test::RandomGeometry& random, float m[16]) {
   }
 }
 
-bool same(const float* a, const float* b) {
-  for (int i = 0; i < 3; ++i) {
-    if (bits(a[i]) != bits(b[i]) && !(std::isnan(a[i]) && std::isnan(b[i]))) {
-      return false;
-    }
-  }
-  return true;
-}
-
 TEST(TransformMany, equalsOneByOneToTheBit) {
   zel::test::RandomGeometry random(101);
   for (std::size_t count = 0; count < 40; ++count) {
@@ -72,11 +63,12 @@ TEST(TransformMany, equalsOneByOneToTheBit) {
       Record expected = before[i];
       slMatrix16MultiPoint3(m, expected.point);
       slMatrix16MultiVector3(m, expected.normal);
-      EXPECT_TRUE(same(points[i].point, expected.point));
-      EXPECT_TRUE(same(points[i].normal, before[i].normal));
-      EXPECT_TRUE(same(normals[i].normal, expected.normal));
-      EXPECT_TRUE(same(normals[i].point, before[i].point));
-      EXPECT_TRUE(same(both[i].point, expected.point) && same(both[i].normal, expected.normal));
+      EXPECT_TRUE(samePoint(points[i].point, expected.point));
+      EXPECT_TRUE(samePoint(points[i].normal, before[i].normal));
+      EXPECT_TRUE(samePoint(normals[i].normal, expected.normal));
+      EXPECT_TRUE(samePoint(normals[i].point, before[i].point));
+      EXPECT_TRUE(samePoint(both[i].point, expected.point) &&
+                  samePoint(both[i].normal, expected.normal));
       EXPECT_EQ(both[i].tag + both[i].guard, 2 * 'g');
     }
   }
@@ -93,7 +85,7 @@ TEST(TransformMany, packedPointsEndAtTheirLastFloat) {
     float expected[3];
     slMatrix16MultiPoint3(m, one, expected);
     for (std::size_t i = 0; i < count; ++i) {
-      EXPECT_TRUE(same(&points[3 * i], expected));
+      EXPECT_TRUE(samePoint(&points[3 * i], expected));
     }
   }
 }

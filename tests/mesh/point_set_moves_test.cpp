@@ -20,15 +20,6 @@ float oddNumber(RandomGeometry& random, double extent) {
   return pick < std::size(odd) ? odd[pick] : static_cast<float>(random.number(-extent, extent));
 }
 
-bool sameBits(Float3 a, Float3 b) {
-  for (std::size_t i = 0; i < 3; ++i) {
-    if (zel::test::bits(a[i]) != zel::test::bits(b[i]) && !(std::isnan(a[i]) && std::isnan(b[i]))) {
-      return false;
-    }
-  }
-  return true;
-}
-
 TEST(PointSetMoves, projectionEqualsOneByOneToTheBit) {
   RandomGeometry random(211);
   for (int count = 0; count < 200; ++count) {
@@ -50,7 +41,8 @@ TEST(PointSetMoves, projectionEqualsOneByOneToTheBit) {
     for (int i = 0; i < count; ++i) {
       Float3 p{};
       points.GetItemM(p.data(), i);
-      EXPECT_TRUE(sameBits(p, expected[static_cast<std::size_t>(i)])) << count << ' ' << i;
+      EXPECT_TRUE(zel::test::samePoint(p.data(), expected[static_cast<std::size_t>(i)].data()))
+          << count << ' ' << i;
     }
   }
 }
