@@ -44,7 +44,7 @@ void edit(CharArr& text) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const zel::test::MemoryFile file;
   const std::string_view content(reinterpret_cast<const char*>(data), size);
-  file.store(content);
+  require(file.store(content));
   CharArr text;
   require(text.ReadFileM(file.name(), 0) == 1 && text.GetBoundM() == static_cast<int>(size));
   readLines(text, content);

@@ -30,7 +30,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   static const zel::test::MemoryFile memory;
-  memory.store({reinterpret_cast<const char*>(data) + 1, size - 1});
+  if (!memory.store({reinterpret_cast<const char*>(data) + 1, size - 1})) {
+    std::abort();
+  }
   FILE* file = std::fopen(memory.name(), "r");
   switch (data[0] % 3) {
     case 0:

@@ -14,7 +14,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   static const zel::test::MemoryFile file;
-  file.store({reinterpret_cast<const char*>(data) + 1, size - 1});
+  if (!file.store({reinterpret_cast<const char*>(data) + 1, size - 1})) {
+    std::abort();
+  }
   const bool isBinary = (data[0] & 1U) != 0;
   KwIOCL io;
   io.OpenM(file.name(), isBinary ? "rb" : "r");

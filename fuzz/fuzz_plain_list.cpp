@@ -9,7 +9,9 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const zel::test::MemoryFile memory;
-  memory.store({reinterpret_cast<const char*>(data), size});
+  if (!memory.store({reinterpret_cast<const char*>(data), size})) {
+    std::abort();
+  }
   FILE* file = std::fopen(memory.name(), "r");
   ZEL_FUZZ_ARRAY array;
   array.ZEL_FUZZ_METHOD(file);

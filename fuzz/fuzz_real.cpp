@@ -18,7 +18,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   static const zel::test::MemoryFile memory;
-  memory.store(text);
+  if (!memory.store(text)) {
+    std::abort();
+  }
   FILE* file = std::fopen(memory.name(), "r");
   float expected = 77;
   const bool isNumber = std::fscanf(file, "%f", &expected) == 1;

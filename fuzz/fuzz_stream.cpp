@@ -85,7 +85,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view input(reinterpret_cast<const char*>(data), size);
   const std::size_t content = std::min(input.rfind('\0'), size);
   static const zel::test::MemoryFile file;
-  file.store(input.substr(0, content));
+  if (!file.store(input.substr(0, content))) {
+    std::abort();
+  }
   std::vector<char> text(size + 1);
   KwIOCL io;
   io.OpenM(file.name(), size % 2 == 0 ? "r" : "rb");
