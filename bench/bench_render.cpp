@@ -63,6 +63,7 @@ void BM_Frame(benchmark::State& state) {
   const zel::view::OffscreenContext context(kSize.width, kSize.height);
   zel::view::ScenePainter painter(scene, {});
   zel::view::Camera camera;
+  painter.draw({}, camera, kSize);  // records the faces
   for (auto _ : state) {
     camera.orbit(5, 1);
     painter.draw({}, camera, kSize);

@@ -1,7 +1,11 @@
 #include "tools/view/picture.h"
 
+#include <GL/gl.h>
 #include <gtest/gtest.h>
 #include <png.h>
+
+#include "tools/view/offscreen_context.h"
+#include "tools/view/picture_mean.h"
 
 namespace {
 
@@ -47,6 +51,35 @@ TEST(Picture, shrinkingAveragesBlocksWeightedByAlpha) {
   EXPECT_EQ(small.at(0, 0).alpha, 255);
   EXPECT_EQ(small.at(1, 0).blue, 20);  // the transparent 20 and 43 do not count
   EXPECT_EQ(small.at(1, 0).alpha, 128);
+}
+
+TEST(PictureMean, edgesBecomeAsFineAsTheirCoverage) {
+  constexpr zel::view::ViewSize kSize{64, 48};
+  const zel::view::OffscreenContext context(kSize.width, kSize.height);
+  zel::view::PictureMean mean(kSize);
+  for (const auto& [x, y] : zel::view::kSamplePlaces) {
+    glClear(GL_COLOR_BUFFER_BIT);
+    glLoadIdentity();
+    glOrtho(x, kSize.width + x, y, kSize.height + y, -1, 1);
+    glBegin(GL_TRIANGLES);
+    glVertex2f(5, 3);
+    glVertex2f(61, 11);
+    glVertex2f(20, 44);
+    glEnd();
+    mean.add();
+  }
+  mean.paint();
+  const Picture picture = zel::view::readPixels(kSize.width, kSize.height);
+  double covered = 0;
+  int partly = 0;
+  for (std::size_t i = 0; i < picture.rgba.size(); i += 4) {
+    covered += picture.rgba[i] / 255.0;
+    partly += picture.rgba[i] > 0 && picture.rgba[i] < 255 ? 1 : 0;
+  }
+  EXPECT_NEAR(covered, (56 * 41 - 15 * 8) / 2.0, 3);  // the triangle's area
+  EXPECT_GT(partly, 100);
+  EXPECT_EQ(picture.at(28, 28).red, 255);
+  EXPECT_EQ(picture.at(2, 2).red, 0);
 }
 
 }  // namespace

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
+#include <numbers>
 
 #include "scene_shapes.h"
 #include "support/temp_dir.h"
@@ -122,6 +124,57 @@ TEST(Render, textureLiesUprightOnItsFace) {
   EXPECT_GT(lowerRight.green, 3 * lowerRight.red);
   EXPECT_LT(picture.at(32, 24).red, 60);
   EXPECT_GT(picture.at(88, 24).blue, 150);
+}
+
+// A ridge that falls by 15 degrees on either side, its left half before the right one.
+Shape makeRoof() {
+  Shape roof;
+  const float fall = 0.268F;
+  const int ridge[2] = {roof.addNode(0, -1, 0), roof.addNode(0, 1, 0)};
+  roof.addTriangle(ridge[0], ridge[1], roof.addNode(-1, 0, -fall));
+  roof.addTriangle(ridge[1], ridge[0], roof.addNode(1, 0, -fall));
+  const float coord[2] = {0.5F, 0.5F};
+  for (int entry = 0; entry < 6; ++entry) {
+    roof.textureCoords.AddItemM(coord);
+  }
+  return roof;
+}
+
+TEST(Render, texturedFacesAreFlatUnlessAskedToBeSmooth) {
+  const zel::view::TextureImage white{1, 1, {255, 255, 255, 255}};
+  DrawOptions options = onBlue();
+  options.textured = true;
+  const auto stepAtRidge = [&] {
+    const Picture picture = render(makeRoof(), options, 0, 0, white);
+    return std::abs(picture.at(58, 45).red - picture.at(61, 45).red);
+  };
+  EXPECT_GT(stepAtRidge(), 14);
+  options.smooth = true;
+  EXPECT_LT(stepAtRidge(), 7);
+}
+
+// Faces that were pushed back to keep lines free let the inside shine through at the outline.
+TEST(Render, outlineOfAClosedMeshShowsNothingOfItsInside) {
+  Shape ball;
+  constexpr int kRings = 12;
+  for (int i = 0; i <= kRings; ++i) {
+    for (int k = 0; k < kRings; ++k) {
+      const double theta = std::numbers::pi * i / kRings;
+      const double phi = 2 * std::numbers::pi * k / kRings;
+      ball.addNode(static_cast<float>(std::sin(theta) * std::cos(phi)),
+                   static_cast<float>(std::cos(theta)),
+                   static_cast<float>(-std::sin(theta) * std::sin(phi)));
+      if (i > 0) {
+        const int right = (k + 1) % kRings;
+        const int row = i * kRings;
+        ball.addQuad(row - kRings + k, row + k, row + right, row - kRings + right);
+      }
+    }
+  }
+  const Picture picture = render(ball, onBlue());
+  const auto isInside = [](const Colour& c) { return c.red > 20 && c.red > 1.25 * c.green; };
+  EXPECT_EQ(countPixels(picture, isInside), 0);
+  EXPECT_GT(picture.at(60, 45).red, 100);
 }
 
 TEST(Render, textureComesFromABitmapFile) {

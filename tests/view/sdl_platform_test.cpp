@@ -86,6 +86,17 @@ TEST_F(Sound, missingOrBrokenFilesAreSilent) {
   slPlayWavSoundM(nullptr, 3);
 }
 
+// A notice that was taken for GBK showed wrong characters for a file's Chinese name.
+TEST(SdlPlatform, noticesInUtf8StayAsTheyAre) {
+  unsetenv("DISPLAY");
+  unsetenv("WAYLAND_DISPLAY");
+  zel::view::SdlPlatform platform;
+  const std::string notice = "\xE6\xA8\xA1\xE5\x9E\x8B.obj: cannot read: not a mesh";
+  testing::internal::CaptureStderr();
+  platform.showNotice(notice);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), notice + "\n");
+}
+
 TEST(SdlPlatform, shiftCountsOnceWhenPressedBetweenTwoQueries) {
   ASSERT_EQ(SDL_InitSubSystem(SDL_INIT_EVENTS), 0);
   {

@@ -98,6 +98,18 @@ TEST_F(View, zPointsUpWhenAsked) {
   EXPECT_LT(project(standing, {0, -0.5, 0})[2], project(standing, {0, 0, 0})[2]);
 }
 
+TEST_F(View, pixelShiftsMoveThePictureExactly) {
+  for (const bool orthographic : {false, true}) {
+    view.camera().setOrthographic(orthographic);
+    view.camera().shiftPixels(0, 0);
+    const auto before = project(view, {0.3, 0.2, -0.4});
+    view.camera().shiftPixels(0.25, -0.5);
+    const auto after = project(view, {0.3, 0.2, -0.4});
+    EXPECT_NEAR(after[0] - before[0], 0.25, 1e-3);
+    EXPECT_NEAR(after[1] - before[1], -0.5, 1e-3);
+  }
+}
+
 TEST_F(View, panningFollowsTheMouse) {
   for (const bool orthographic : {false, true}) {
     view.camera().setOrthographic(orthographic);

@@ -101,13 +101,15 @@ int differingPixels(const Picture& a, const Picture& b) {
 
 TEST_F(ViewerSession, keysChangeWhatIsShown) {
   play(
-      "screenshot plain\nkey B\nscreenshot boundary\nkey B\nkey E\nscreenshot edges\nkey E\n"
+      "screenshot plain\nkey B\nscreenshot boundary\nkey B\nscreenshot again\nkey E\nscreenshot "
+      "edges\nkey E\n"
       "key H\nscreenshot help\nkey H\nkey 7\nscreenshot top\nkey 5\nkey 1\nkey F\n"
       "screenshot front\n");
   const Picture& plain = shots.at("plain");
   EXPECT_GT(blobOf(plain, isMesh).count, kSize.width * kSize.height / 8);
   EXPECT_LT(blobOf(plain, isBoundary).count, 5);
   EXPECT_GT(blobOf(shots.at("boundary"), isBoundary).count, 300);
+  EXPECT_EQ(differingPixels(plain, shots.at("again")), 0);  // the count of edges is gone, too
   EXPECT_GT(differingPixels(plain, shots.at("edges")), 300);
   EXPECT_GT(differingPixels(plain, shots.at("help")), kSize.width * kSize.height / 10);
   EXPECT_GT(differingPixels(plain, shots.at("top")), kSize.width * kSize.height / 10);

@@ -109,6 +109,7 @@ void Camera::zoom(double factor) {
 void Camera::loadProjection(ViewSize size) const {
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
+  glTranslated(2 * pixelShift_[0] / size.width, 2 * pixelShift_[1] / size.height, 0);
   const double aspect = static_cast<double>(size.width) / size.height;
   const double farPlane = distance_ + kSceneRadius;
   if (orthographic_) {

@@ -49,6 +49,9 @@ class Camera {
   /// @param factor above 1 makes the scene larger.
   void zoom(double factor);
 
+  /// Moves the whole picture by parts of a pixel, to the right and upward.
+  void shiftPixels(double dx, double dy) { pixelShift_ = {dx, dy}; }
+
   /// Projection for the current OpenGL context.
   void loadProjection(ViewSize size) const;
   /// Model view for the current OpenGL context.
@@ -66,6 +69,7 @@ class Camera {
   double shiftX_ = 0;
   double shiftY_ = 0;
   double distance_ = 4;
+  std::array<double, 2> pixelShift_{};
 };
 
 }  // namespace zel::view

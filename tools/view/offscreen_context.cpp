@@ -26,7 +26,7 @@ EGLDisplay openDisplay() {
   }
   const EGLDisplay display = eglGetDisplay(EGL_DEFAULT_DISPLAY);
   if (display == EGL_NO_DISPLAY || eglInitialize(display, nullptr, nullptr) != EGL_TRUE) {
-    throw GraphicsError("no EGL display can be opened");
+    throw GraphicsError("no EGL display can be opened; Mesa's software drivers offer one");
   }
   return display;
 }

@@ -54,9 +54,12 @@ void ScenePainter::draw(const DrawOptions& options, const Camera& camera, ViewSi
 
 void ScenePainter::drawFaces(const DrawOptions& options) {
   const bool textured = options.textured && !scene_.textureCoords.empty();
-  // Lines lie in the faces; pushed back, the faces do not cut them up.
-  glEnable(GL_POLYGON_OFFSET_FILL);
-  glPolygonOffset(1, 1);
+  // Lines lie in the faces; pushed back, the faces do not cut them up. Without lines that would
+  // only push steep faces behind those that the outline hides.
+  if (options.edges || options.boundary) {
+    glEnable(GL_POLYGON_OFFSET_FILL);
+    glPolygonOffset(1, 1);
+  }
   setFaceMaterial(textured);
   if (textured) {
     if (textureName_ == 0) {
@@ -65,7 +68,7 @@ void ScenePainter::drawFaces(const DrawOptions& options) {
     glEnable(GL_TEXTURE_2D);
     glBindTexture(GL_TEXTURE_2D, textureName_);
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
-    callLayer(kTexturedFaces);
+    callLayer(options.smooth ? kTexturedSmoothFaces : kTexturedFlatFaces);
     glDisable(GL_TEXTURE_2D);
   } else {
     callLayer(options.smooth ? kSmoothFaces : kFlatFaces);
@@ -110,10 +113,13 @@ void ScenePainter::record(Layer layer) {
       drawFlatFaces();
       break;
     case kSmoothFaces:
-      drawCorners(false);
+      drawCorners(true, false);
       break;
-    case kTexturedFaces:
-      drawCorners(true);
+    case kTexturedFlatFaces:
+      drawCorners(false, true);
+      break;
+    case kTexturedSmoothFaces:
+      drawCorners(true, true);
       break;
     case kEdges:
       drawEdges(edges_.all);
@@ -136,14 +142,17 @@ void ScenePainter::drawFlatFaces() const {
   }
 }
 
-void ScenePainter::drawCorners(bool textured) const {
-  const std::vector<Vector3> normals = cornerNormals(scene_);
+void ScenePainter::drawCorners(bool smooth, bool textured) const {
+  const std::vector<Vector3> normals = smooth ? cornerNormals(scene_) : std::vector<Vector3>();
   glBegin(GL_TRIANGLES);
   for (std::size_t f = 0; f < scene_.faces.size(); ++f) {
+    const TriangleCL& triangle = scene_.faces[f].triangle;
     std::array<int, 3> corners{};
-    scene_.faces[f].triangle.GetTriangleM(corners.data());
+    Vector3 own{};
+    triangle.GetTriangleM(corners.data());
+    triangle.GetNormM(own.data());
     for (std::size_t k = 0; k < 3; ++k) {
-      glNormal3fv(normals[3 * f + k].data());
+      glNormal3fv(smooth ? normals[3 * f + k].data() : own.data());
       if (textured) {
         glTexCoord2fv(scene_.textureCoords[3 * f + k].data());
       }

@@ -28,12 +28,21 @@ class ScenePainter {
   [[nodiscard]] std::size_t boundaryCount();
 
  private:
-  enum Layer { kFlatFaces, kSmoothFaces, kTexturedFaces, kEdges, kBoundary, kNormals, kLayers };
+  enum Layer {
+    kFlatFaces,
+    kSmoothFaces,
+    kTexturedFlatFaces,
+    kTexturedSmoothFaces,
+    kEdges,
+    kBoundary,
+    kNormals,
+    kLayers
+  };
 
   void callLayer(Layer layer);
   void record(Layer layer);
   void drawFlatFaces() const;
-  void drawCorners(bool textured) const;
+  void drawCorners(bool smooth, bool textured) const;
   void drawEdges(const std::vector<Edge>& edges) const;
   void drawNormals();
   void drawPoints(float size) const;

@@ -1,6 +1,7 @@
 #include "tools/view/sdl_platform.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 
 namespace zel::view {
@@ -103,10 +104,12 @@ void SdlPlatform::playSound(const char* file, SoundMode mode) {
   }
 }
 
-void SdlPlatform::showMessage(const char* gbkText) {
-  const std::string text = noticeInUtf8(gbkText);
-  if (SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, "zel", text.c_str(), window_) != 0) {
-    Platform::showMessage(gbkText);
+void SdlPlatform::showMessage(const char* gbkText) { showNotice(noticeInUtf8(gbkText)); }
+
+void SdlPlatform::showNotice(const std::string& text) {
+  constexpr Uint32 kNoIcon = 0;
+  if (SDL_ShowSimpleMessageBox(kNoIcon, "zel", text.c_str(), window_) != 0) {
+    std::fprintf(stderr, "%s\n", text.c_str());
   }
 }
 

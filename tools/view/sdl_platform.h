@@ -46,6 +46,8 @@ class SdlPlatform : public Platform {
   void setCursorPosition(ScreenPosition position) override;
   void playSound(const char* file, SoundMode mode) override;
   void showMessage(const char* gbkText) override;
+  /// As showMessage(), of a text in UTF-8. Without a display the text goes to standard error.
+  void showNotice(const std::string& text);
 
  private:
   static int watch(void* platform, SDL_Event* event);

@@ -3,18 +3,23 @@
 #include <GL/gl.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <filesystem>
+#include <string_view>
 
 #include "tools/view/graphics_error.h"
 #include "tools/view/offscreen_context.h"
 #include "tools/view/overlay.h"
+#include "tools/view/picture_mean.h"
 #include "zel/core/desktop.h"
 
 namespace zel::view {
 namespace {
 
 constexpr int kIdleMilliseconds = 200;
+// So long without input the view counts as at rest.
+constexpr int kRestMilliseconds = 60;
 constexpr int kSamples = 4;
 
 SDL_Window* openWindow(ViewSize size, int samples) {
@@ -23,7 +28,18 @@ SDL_Window* openWindow(ViewSize size, int samples) {
   SDL_GL_SetAttribute(SDL_GL_MULTISAMPLEBUFFERS, samples > 0 ? 1 : 0);
   SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, samples);
   return SDL_CreateWindow("zel", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, size.width,
-                          size.height, SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE);
+                          size.height,
+                          SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE | SDL_WINDOW_HIDDEN);
+}
+
+// Whether the current context draws without a graphics card.
+bool isSoftware() {
+  const auto* const name = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+  const std::string_view renderer = name != nullptr ? name : "";
+  constexpr std::array<std::string_view, 4> kNames{"llvmpipe", "softpipe", "swrast", "Software"};
+  return std::any_of(kNames.begin(), kNames.end(), [renderer](std::string_view part) {
+    return renderer.find(part) != std::string_view::npos;
+  });
 }
 
 }  // namespace
@@ -37,9 +53,12 @@ struct Viewer::Window {
     for (const int samples : {kSamples, 0}) {
       handle = openWindow(size, samples);
       context = handle != nullptr ? SDL_GL_CreateContext(handle) : nullptr;
-      if (context != nullptr) {
+      smoothsAtRest = context != nullptr && isSoftware();
+      if (context != nullptr && !(smoothsAtRest && samples > 0)) {
+        SDL_ShowWindow(handle);
         return;
       }
+      SDL_GL_DeleteContext(context);
       SDL_DestroyWindow(handle);
     }
     const std::string reason = SDL_GetError();
@@ -56,6 +75,8 @@ struct Viewer::Window {
 
   SDL_Window* handle = nullptr;
   SDL_GLContext context = nullptr;
+  // Multisampling would slow every frame down; the view at rest is drawn several times instead.
+  bool smoothsAtRest = false;
 };
 
 Viewer::Viewer(const ViewerSetup& setup, ViewerServices services)
@@ -64,8 +85,7 @@ Viewer::Viewer(const ViewerSetup& setup, ViewerServices services)
       controller_(setup.up, setup.draw),
       texture_(setup.texture),
       script_(setup.script.begin(), setup.script.end()),
-      isScripted_(!setup.script.empty()),
-      status_("H: help") {
+      isScripted_(!setup.script.empty()) {
   platform_.setWindow(window_->handle);
   SDL_EventState(SDL_DROPFILE, SDL_ENABLE);
   noteSize();
@@ -86,20 +106,19 @@ void Viewer::show(OpenedScene opened) {
   painter_ = std::make_unique<ScenePainter>(*scene_, texture_);
   controller_.setScene(scene_->shownPoints());
   SDL_SetWindowTitle(window_->handle, opened.title.c_str());
+  describe(controller_.options().boundary ? Action::kToggleBoundary : Action::kFrameAll);
   mustDraw_ = true;
 }
 
 void Viewer::run() {
   while (!mustQuit_) {
     if (mustDraw_) {
-      draw(true);
-      SDL_GL_SwapWindow(window_->handle);
-      mustDraw_ = false;
+      present();
+    }
+    if (!isScripted_) {
+      waitForInput();
     }
     SDL_Event event;
-    if (!isScripted_ && SDL_WaitEventTimeout(&event, kIdleMilliseconds) != 0) {
-      handle(event);
-    }
     while (!mustQuit_ && SDL_PollEvent(&event) != 0) {
       handle(event);
     }
@@ -111,6 +130,15 @@ void Viewer::run() {
       script_.pop_front();
       playStep(step);
     }
+  }
+}
+
+void Viewer::waitForInput() {
+  SDL_Event event;
+  if (SDL_WaitEventTimeout(&event, mustSmooth_ ? kRestMilliseconds : kIdleMilliseconds) != 0) {
+    handle(event);
+  } else if (mustSmooth_) {
+    presentSmooth();
   }
 }
 
@@ -180,18 +208,29 @@ void Viewer::perform(Action action) {
     mustQuit_ = true;
   } else if (action == Action::kScreenshot) {
     saveScreenshot();
-  } else {
-    mustDraw_ |= controller_.perform(action);
+  } else if (controller_.perform(action)) {
+    describe(action);
+    mustDraw_ = true;
   }
-  if (action == Action::kToggleBoundary && painter_ != nullptr && controller_.options().boundary) {
+}
+
+void Viewer::describe(Action action) {
+  const DrawOptions& options = controller_.options();
+  status_ = "H: help";
+  if (painter_ == nullptr) {
+    return;
+  }
+  if (action == Action::kToggleBoundary && options.boundary) {
     status_ = std::to_string(painter_->boundaryCount()) + " boundary edges";
+  } else if (action == Action::kToggleTexture && scene_->textureCoords.empty()) {
+    status_ = "the mesh has no texture coordinates";
   }
 }
 
 void Viewer::openDropped(const std::string& file) {
   OpenedScene opened = services_.open(file);
   if (opened.scene == nullptr) {
-    platform().showMessage(opened.problem.c_str());
+    platform_.showNotice(opened.problem);
   } else {
     show(std::move(opened));
   }
@@ -202,23 +241,60 @@ void Viewer::saveScreenshot() {
   for (int number = 1; name.empty() || std::filesystem::exists(name); ++number) {
     name = "zel-" + std::to_string(number) + ".png";
   }
-  draw(false);
+  drawSmooth(true);
   const ViewSize size = controller_.size();
   status_ = services_.save(readPixels(size.width, size.height), name) ? "saved " + name
                                                                       : "cannot write " + name;
   mustDraw_ = true;
 }
 
-void Viewer::draw(bool withOverlay) {
-  const ViewSize size = controller_.size();
-  if (painter_ != nullptr) {
-    painter_->draw(controller_.options(), controller_.camera(), size);
+void Viewer::present() {
+  drawScene(0, 0);
+  drawOverlay();
+  SDL_GL_SwapWindow(window_->handle);
+  mustDraw_ = false;
+  mustSmooth_ = window_->smoothsAtRest;
+}
+
+void Viewer::presentSmooth() {
+  if (drawSmooth(false)) {
+    drawOverlay();
+    SDL_GL_SwapWindow(window_->handle);
+    mustSmooth_ = false;
   }
-  if (withOverlay) {
-    drawStatus(status_, size);
-    if (controller_.showsHelp()) {
-      drawPanel(bindingLines(), size);
+}
+
+bool Viewer::drawSmooth(bool patient) {
+  if (!window_->smoothsAtRest) {
+    drawScene(0, 0);
+    return true;
+  }
+  PictureMean mean(controller_.size());
+  for (const auto& [x, y] : kSamplePlaces) {
+    SDL_PumpEvents();
+    if (!patient && SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT) == SDL_TRUE) {
+      return false;
     }
+    drawScene(-x, -y);
+    mean.add();
+  }
+  mean.paint();
+  return true;
+}
+
+void Viewer::drawScene(double shiftX, double shiftY) {
+  if (painter_ != nullptr) {
+    Camera camera = controller_.camera();
+    camera.shiftPixels(shiftX, shiftY);
+    painter_->draw(controller_.options(), camera, controller_.size());
+  }
+}
+
+void Viewer::drawOverlay() {
+  const ViewSize size = controller_.size();
+  drawStatus(status_, size);
+  if (controller_.showsHelp()) {
+    drawPanel(bindingLines(), size);
   }
 }
 
@@ -228,7 +304,8 @@ void Viewer::playStep(const ScriptStep& step) {
   }
   if (step.command == "screenshot") {
     const ViewSize size = controller_.size();
-    draw(true);
+    drawSmooth(true);
+    drawOverlay();
     services_.save(readPixels(size.width, size.height), step.words[0]);
     mustDraw_ = true;
   } else if (step.command == "title") {

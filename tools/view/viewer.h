@@ -59,10 +59,18 @@ class Viewer {
   void handleKey(const SDL_KeyboardEvent& key);
   void handleButton(const SDL_MouseButtonEvent& button);
   void perform(Action action);
+  /// Sets the status line to what there is to say after an action.
+  void describe(Action action);
   void playStep(const ScriptStep& step);
   void openDropped(const std::string& file);
   void saveScreenshot();
-  void draw(bool withOverlay);
+  void waitForInput();
+  void present();
+  void presentSmooth();
+  /// Draws the scene with the finest edges; gives up when `patient` is false and input waits.
+  bool drawSmooth(bool patient);
+  void drawScene(double shiftX, double shiftY);
+  void drawOverlay();
   void noteSize();
 
   std::unique_ptr<Window> window_;
@@ -77,6 +85,7 @@ class Viewer {
   std::string status_;
   bool shiftHeld_ = false;
   bool mustDraw_ = true;
+  bool mustSmooth_ = false;  ///< what is shown has edges that could be finer
   bool mustQuit_ = false;
 };
 
