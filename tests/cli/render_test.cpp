@@ -74,21 +74,32 @@ TEST(Render, refusesWhatItCannotDraw) {
   EXPECT_EQ(runProgram({"render", mesh, "-o", out, "--background", "mauve"}).exitCode, 2);
   EXPECT_EQ(runProgram({"render", mesh, "-o", out, "--background", "#12345g"}).exitCode, 2);
   EXPECT_EQ(runProgram({"render", mesh, "-o", out, "--texture", dir.file("bad.bmp")}).exitCode, 3);
+  const ProgramRun missing = runProgram({"render", mesh, "-o", out, "--texture", "no.bmp"});
+  EXPECT_EQ(missing.exitCode, 3);
+  EXPECT_NE(missing.err.find("No such file"), std::string::npos) << missing.err;
   EXPECT_EQ(runProgram({"render", mesh, "-o", out, "--checker"}).exitCode, 3);
   EXPECT_EQ(runProgram({"render", mesh, "-o", dir.file("none/a.png")}).exitCode, 4);
   EXPECT_FALSE(std::filesystem::exists(out));
 }
 
+// Without any display server SDL opened a window that nobody could see or close.
 TEST(View, withoutADisplayGivesSix) {
   const TempDir dir;
-  writeFile(dir.file("a.obj"), tetrahedronObj());
-  const ProgramRun run = runProgram({"view", dir.file("a.obj")},
-                                    {.environment = {"SDL_VIDEODRIVER=x11", "DISPLAY=:4000000",
-                                                     // D-Bus, which SDL loads, keeps a block.
-                                                     "LSAN_OPTIONS=suppressions=" ZEL_SOURCE_DIR
-                                                     "/tests/support/foreign_leaks.supp"}});
-  EXPECT_EQ(run.exitCode, 6) << run.err;
-  EXPECT_EQ(run.err.rfind("zel: " + dir.file("a.obj") + ": cannot show: ", 0), 0U) << run.err;
+  const std::string mesh = dir.file("a.obj");
+  writeFile(mesh, tetrahedronObj());
+  writeFile(dir.file("tour"), "title\n");
+  for (const bool byName : {true, false}) {
+    const ProgramRun run =
+        runProgram({"view", mesh, "--script", dir.file("tour")},
+                   {.environment = {byName ? "SDL_VIDEODRIVER=x11" : "SDL_VIDEODRIVER=",
+                                    byName ? "DISPLAY=:4000000" : "DISPLAY=", "WAYLAND_DISPLAY=",
+                                    // D-Bus, which SDL loads, keeps a block.
+                                    "LSAN_OPTIONS=suppressions=" ZEL_SOURCE_DIR
+                                    "/tests/support/foreign_leaks.supp"}});
+    EXPECT_EQ(run.exitCode, 6) << run.err;
+    EXPECT_NE(run.err.find("zel: " + mesh + ": cannot show: "), std::string::npos) << run.err;
+    EXPECT_EQ(run.out, "");
+  }
 }
 
 TEST(View, brokenScriptsAreNamed) {

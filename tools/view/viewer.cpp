@@ -32,6 +32,13 @@ SDL_Window* openWindow(ViewSize size, int samples) {
                           SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE | SDL_WINDOW_HIDDEN);
 }
 
+// SDL falls back on drivers whose windows nobody sees.
+bool hasDisplay() {
+  const char* const chosen = SDL_getenv("SDL_VIDEODRIVER");
+  const std::string_view driver = SDL_GetCurrentVideoDriver();
+  return (chosen != nullptr && *chosen != '\0') || (driver != "offscreen" && driver != "dummy");
+}
+
 // Whether the current context draws without a graphics card.
 bool isSoftware() {
   const auto* const name = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
@@ -49,6 +56,10 @@ struct Viewer::Window {
   explicit Window(ViewSize size) {
     if (SDL_Init(SDL_INIT_VIDEO) != 0) {
       throw GraphicsError(std::string("no display can be opened: ") + SDL_GetError());
+    }
+    if (!hasDisplay()) {
+      SDL_Quit();
+      throw GraphicsError("there is no display");
     }
     for (const int samples : {kSamples, 0}) {
       handle = openWindow(size, samples);

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "tools/zel/failure.h"
+#include "tools/zel/input_file.h"
 
 namespace zel::program {
 
@@ -54,7 +55,8 @@ view::TextureImage ViewOptions::texture() const {
   if (textureFile_.empty()) {
     return {};
   }
-  view::TextureImage image = view::loadTexture(textureFile_);
+  const InputFile input(textureFile_);
+  view::TextureImage image = view::loadTexture(input.path());
   if (image.isEmpty()) {
     throw unreadable(textureFile_, "not an uncompressed BMP picture");
   }
