@@ -171,10 +171,14 @@ TEST(Render, outlineOfAClosedMeshShowsNothingOfItsInside) {
       }
     }
   }
-  const Picture picture = render(ball, onBlue());
   const auto isInside = [](const Colour& c) { return c.red > 20 && c.red > 1.25 * c.green; };
-  EXPECT_EQ(countPixels(picture, isInside), 0);
-  EXPECT_GT(picture.at(60, 45).red, 100);
+  for (const bool withLines : {false, true}) {
+    DrawOptions options = onBlue();
+    options.boundary = withLines;
+    const Picture picture = render(ball, options);
+    EXPECT_EQ(countPixels(picture, isInside), 0) << withLines;
+    EXPECT_GT(picture.at(60, 45).red, 100);
+  }
 }
 
 TEST(Render, textureComesFromABitmapFile) {

@@ -48,18 +48,23 @@ void ScenePainter::draw(const DrawOptions& options, const Camera& camera, ViewSi
   }
   if (options.faces) {
     drawFaces(options);
+    if (options.edges || options.boundary) {
+      pushFacesBack(options);
+    }
   }
   drawLines(options);
 }
 
-void ScenePainter::drawFaces(const DrawOptions& options) {
-  const bool textured = options.textured && !scene_.textureCoords.empty();
-  // Lines lie in the faces; pushed back, the faces do not cut them up. Without lines that would
-  // only push steep faces behind those that the outline hides.
-  if (options.edges || options.boundary) {
-    glEnable(GL_POLYGON_OFFSET_FILL);
-    glPolygonOffset(1, 1);
+ScenePainter::Layer ScenePainter::faceLayer(const DrawOptions& options) const {
+  if (options.textured && !scene_.textureCoords.empty()) {
+    return options.smooth ? kTexturedSmoothFaces : kTexturedFlatFaces;
   }
+  return options.smooth ? kSmoothFaces : kFlatFaces;
+}
+
+void ScenePainter::drawFaces(const DrawOptions& options) {
+  const Layer layer = faceLayer(options);
+  const bool textured = layer == kTexturedFlatFaces || layer == kTexturedSmoothFaces;
   setFaceMaterial(textured);
   if (textured) {
     if (textureName_ == 0) {
@@ -68,12 +73,23 @@ void ScenePainter::drawFaces(const DrawOptions& options) {
     glEnable(GL_TEXTURE_2D);
     glBindTexture(GL_TEXTURE_2D, textureName_);
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
-    callLayer(options.smooth ? kTexturedSmoothFaces : kTexturedFlatFaces);
-    glDisable(GL_TEXTURE_2D);
-  } else {
-    callLayer(options.smooth ? kSmoothFaces : kFlatFaces);
   }
+  callLayer(layer);
+  glDisable(GL_TEXTURE_2D);
+}
+
+// Lines lie in the faces; with depths a little farther away these do not cut them up. Their colours
+// are drawn before: at the outline steep faces would be pushed behind those of the far side.
+void ScenePainter::pushFacesBack(const DrawOptions& options) {
+  glClear(GL_DEPTH_BUFFER_BIT);
+  glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+  glDisable(GL_LIGHTING);
+  glEnable(GL_POLYGON_OFFSET_FILL);
+  glPolygonOffset(1, 1);
+  callLayer(faceLayer(options));
   glDisable(GL_POLYGON_OFFSET_FILL);
+  glEnable(GL_LIGHTING);
+  glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
 }
 
 void ScenePainter::drawLines(const DrawOptions& options) {

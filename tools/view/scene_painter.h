@@ -46,7 +46,9 @@ class ScenePainter {
   void drawEdges(const std::vector<Edge>& edges) const;
   void drawNormals();
   void drawPoints(float size) const;
+  [[nodiscard]] Layer faceLayer(const DrawOptions& options) const;
   void drawFaces(const DrawOptions& options);
+  void pushFacesBack(const DrawOptions& options);
   void drawLines(const DrawOptions& options);
   const EdgeLists& edgeLists();
 
