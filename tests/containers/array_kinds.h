@@ -29,6 +29,7 @@ struct KindBase {
   static constexpr int kWidth = kComponents;
   static constexpr int kMissWidth = kComponents;  ///< components marked by a read out of range
   static constexpr bool kInsertIsWrite = false;
+  static constexpr bool kLastIsIndex = false;  ///< there is a GetLastM() that gives the index
 };
 
 template <int kComponents>
@@ -63,6 +64,7 @@ struct Kind;
 template <>
 struct Kind<CharArr> : KindBase<char, 1> {
   static constexpr const char* kName = "CharArr";
+  static constexpr bool kLastIsIndex = true;
   static constexpr char kMark = 0;
   static bool countsOver(char /*old*/) { return true; }
   static bool walked(char /*first*/) { return true; }
@@ -75,6 +77,7 @@ struct Kind<CharArr> : KindBase<char, 1> {
 template <>
 struct Kind<IntArr> : IntKind<1> {
   static constexpr const char* kName = "IntArr";
+  static constexpr bool kLastIsIndex = true;
 };
 
 template <>
@@ -85,16 +88,19 @@ struct Kind<Int2DArr> : IntKind<2> {
 template <>
 struct Kind<Int3DArr> : IntKind<3> {
   static constexpr const char* kName = "Int3DArr";
+  static constexpr bool kLastIsIndex = true;
 };
 
 template <>
 struct Kind<Int4DArr> : IntKind<4> {
   static constexpr const char* kName = "Int4DArr";
+  static constexpr bool kLastIsIndex = true;
 };
 
 template <>
 struct Kind<RealArr> : FloatKind<1> {
   static constexpr const char* kName = "RealArr";
+  static constexpr bool kLastIsIndex = true;
   static bool walked(float first) { return first > kMark; }
   static bool deletable(float first) { return first > kMark; }
 };

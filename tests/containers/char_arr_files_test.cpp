@@ -8,22 +8,15 @@
 #include <filesystem>
 #include <string>
 
+#include "containers/char_bytes.h"
 #include "support/temp_dir.h"
-#include "zel/containers/char_arr.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-CharArr bufferOf(const std::string& bytes) {
-  CharArr buffer;
-  buffer.SetValueM(static_cast<int>(bytes.size()), bytes.data());
-  return buffer;
-}
-
-std::string contentOf(const CharArr& buffer) {
-  return {buffer.GetContentConstPtrM(), static_cast<std::size_t>(buffer.GetBoundM())};
-}
+using zel::test::bufferOf;
+using zel::test::contentOf;
 
 /// @return what SaveFileM() threw; 0 when nothing.
 int saveCode(const CharArr& buffer, const std::string& path) {

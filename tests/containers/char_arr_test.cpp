@@ -9,17 +9,12 @@
 #include <string>
 #include <vector>
 
+#include "containers/char_bytes.h"
+
 namespace {
 
-CharArr bufferOf(const std::string& bytes) {
-  CharArr buffer;
-  buffer.SetValueM(static_cast<int>(bytes.size()), bytes.data());
-  return buffer;
-}
-
-std::string contentOf(const CharArr& buffer) {
-  return {buffer.GetContentConstPtrM(), static_cast<std::size_t>(buffer.GetBoundM())};
-}
+using zel::test::bufferOf;
+using zel::test::contentOf;
 
 /// One line as GetOneLineM() gives it; "#" when it gives none.
 std::string lineAt(const CharArr& buffer, int start, int keepEnd) {
@@ -37,34 +32,6 @@ class OpenBuffer : public CharArr {
  public:
   using CharArr::delCarrageReturnM;
 };
-
-TEST(CharArr, writingCountsEveryTimeButDeletingOnlyPlainCharacters) {
-  CharArr buffer;
-  buffer.AddItemM('a');
-  buffer.SetItemM('b', 0);
-  EXPECT_EQ(buffer.GetAvailableNumM(), 2);
-  buffer.AddItemM(0);
-  buffer.AddItemM(static_cast<char>(200));
-  buffer.AddItemM('z');
-  EXPECT_EQ(buffer.GetAvailableNumM(), 5);
-  buffer.DelItemM(1);
-  buffer.DelItemM(2);
-  EXPECT_EQ(buffer.GetAvailableNumM(), 5);
-  EXPECT_EQ(contentOf(buffer), std::string("b\0\xC8z", 4));
-  buffer.DelItemM(0);
-  EXPECT_EQ(buffer.GetAvailableNumM(), 4);
-}
-
-TEST(CharArr, walkVisitsEverySlotAndLastIsTheEnd) {
-  const CharArr buffer = bufferOf(std::string("\0x\0", 3));
-  char value = '?';
-  int index = 0;
-  EXPECT_EQ(buffer.GetFirstM(&value, &index), 1);
-  EXPECT_EQ(index, 0);
-  EXPECT_EQ(buffer.GetLastM(&value, &index), 2);
-  EXPECT_EQ(buffer.GetAvailableNumM(0), 2);
-  EXPECT_EQ(CharArr().GetLastM(&value, &index), -1);
-}
 
 TEST(CharArr, purgeDropsZerosAndHighBytesAndReturnsIntoTheObject) {
   CharArr buffer =
@@ -164,17 +131,6 @@ TEST(CharArr, linesAreCutAtEitherEnd) {
   for (const int start : {-1, 9, 10}) {
     EXPECT_EQ(lineAt(buffer, start, 1), "#");
   }
-}
-
-TEST(CharArr, readingLinesByTheirCountsGivesTheWholeTextAndEnds) {
-  const std::string text = "one\r\ntwo\nthree\r\r\n\nend";
-  const CharArr buffer = bufferOf(text);
-  std::string joined;
-  for (std::string line; (line = lineAt(buffer, static_cast<int>(joined.size()), 1)) != "#";) {
-    joined += line;
-    ASSERT_LE(joined.size(), text.size());
-  }
-  EXPECT_EQ(joined, text);
 }
 
 TEST(CharArr, trimmingKeepsTheFirstCharacter) {

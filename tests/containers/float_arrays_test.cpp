@@ -63,15 +63,6 @@ TEST(RealArr, nearestPrefersTheEarlierAndCountsHolesAtTheMark) {
   EXPECT_EQ(index, 0);
 }
 
-TEST(RealArr, writingCountsOverValuesThatIterationTakesForLive) {
-  RealArr array = realsOf({-9.9995e17F});  // between the two thresholds
-  float value = 0;
-  int index = 0;
-  EXPECT_EQ(array.GetFirstM(&value, &index), 1);
-  array.SetItemM(4.0F, 0);
-  EXPECT_EQ(array.GetAvailableNumM(), 2);
-}
-
 TEST(RealArr, purgeReturnsIntoTheObjectWithWhatLayThereBefore) {
   RealArr array = realsOf({1, 2, 3, 4, 5, 6});
   EXPECT_EQ(array.GetLengthM(), 15);
@@ -93,24 +84,6 @@ TEST(RealArr, occurrencesCountExactEqualityOnly) {
   const RealArr array = realsOf({1.0F, 1.0F, 1.00001F});
   EXPECT_EQ(array.GetItemPosiM(1.0F), 1);
   EXPECT_EQ(array.GetItemPosiM(2.0F), -1);
-}
-
-TEST(RealArr, importAppendsLiveValues) {
-  RealArr other = realsOf({1, 2, 3});
-  other.DelItemM(1);
-  RealArr array = realsOf({9});
-  EXPECT_EQ(array.ImportArrM(other), 2);
-  EXPECT_EQ(array.GetBoundM(), 3);
-  EXPECT_EQ(array.GetLengthM(), 6);
-}
-
-TEST(Point2DArr, deletingMarksXOnly) {
-  Point2DArr array = ringOf({{1, 2}, {3, 4}});
-  array.DelItemM(0);
-  float point[2] = {0, 0};
-  array.GetItemM(point, 0);
-  EXPECT_EQ(point[0], kMark);
-  EXPECT_EQ(point[1], 2.0F);
 }
 
 TEST(Point2DArr, orientationIsOneForClockwiseRingsAndFewPoints) {
@@ -147,18 +120,6 @@ TEST(Point2DArr, boundTestTellsOutsideAndKnowsNoSmallRings) {
   EXPECT_EQ(square.JudgePntInBoundM(outside), 1);
   EXPECT_EQ(square.JudgePntInBoundM(onEdge), 1);
   EXPECT_EQ(ringOf({{0, 0}, {1, 0}, {0, 0}}).JudgePntInBoundM(outside), 0);
-}
-
-TEST(PixelArr, holesLieBetweenTheThresholdsToo) {
-  PixelArr array;
-  const float hidden[4] = {-9.9995e17F, 1, 2, 3};
-  array.AddItemM(hidden);
-  float pixel[4];
-  int index = 0;
-  EXPECT_EQ(array.GetFirstM(pixel, &index), -1);
-  array.DelItemM(0);  // not live: the count stays, the bound drops
-  EXPECT_EQ(array.GetAvailableNumM(), 1);
-  EXPECT_EQ(array.GetBoundM(), 0);
 }
 
 }  // namespace

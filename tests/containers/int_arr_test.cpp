@@ -36,43 +36,9 @@ TEST(IntArr, purgeLeavesAStaleTailThatLaterWritesDoNotCount) {
 
 TEST(IntArr, smallestIntegerIsNotLiveButSurvivesAPurge) {
   IntArr array = arrayOf({-2147483647 - 1, kMark, 3});
-  int value = 0;
-  int index = 0;
-  EXPECT_EQ(array.GetFirstM(&value, &index), 1);
-  EXPECT_EQ(index, 2);
+  EXPECT_EQ(array.GetAvailableNumM(-1), 1);
   array.PurgeDeletedItemM();
   EXPECT_EQ(contentOf(array), (std::vector<int>{-2147483647 - 1, 3}));
-}
-
-TEST(IntArr, writingTheMarkOverTheMarkStillCounts) {
-  IntArr array;
-  array.SetItemM(kMark, 0);
-  array.SetItemM(kMark, 0);
-  EXPECT_EQ(array.GetAvailableNumM(), 2);
-}
-
-TEST(IntArr, deletingTheLastSlotLowersTheBoundByOneStepOnly) {
-  IntArr array = arrayOf({1, 2, 3});
-  array.DelItemM(1);
-  array.DelItemM(2);
-  EXPECT_EQ(array.GetBoundM(), 2);
-  array.DelItemM(1);  // a hole, but the last slot
-  EXPECT_EQ(array.GetBoundM(), 1);
-  EXPECT_EQ(array.GetAvailableNumM(), 1);
-}
-
-TEST(IntArr, lastReturnsItsIndexWhereNextReturnsOne) {
-  IntArr array = arrayOf({1, 2, 3});
-  array.DelItemM(1);
-  int value = 0;
-  int index = 0;
-  EXPECT_EQ(array.GetNextM(&value, &index, 0), 1);
-  EXPECT_EQ(index, 2);
-  EXPECT_EQ(array.GetLastM(&value, &index), 2);
-  EXPECT_EQ(value, 3);
-  EXPECT_EQ(IntArr().GetLastM(&value, &index), -1);
-  EXPECT_EQ(value, kMark);
-  EXPECT_EQ(index, kMark);
 }
 
 TEST(IntArr, itemPosiTellsOccurrencesMinusOneCappedAtTwo) {

@@ -74,15 +74,10 @@ TEST(Point3DArr, lastReturnsOneAndWalksByTheLowerThreshold) {
     EXPECT_EQ(index, kNoIndex);
   }
   EXPECT_EQ(array.GetPreviousM(point, &index, 2147483647), 1);
-}
-
-TEST(Point3DArr, deletedPointIsNotAvailable) {
-  Point3DArr array = pointsAlongX(2);
   array.DelItemM(0);
-  EXPECT_EQ(array.IsPntAvailableM(0), 30);
-  EXPECT_EQ(array.IsPntAvailableM(1), 31);
-  EXPECT_EQ(array.IsPntAvailableM(-1), 30);
-  EXPECT_EQ(array.IsPntAvailableM(4), 30);
+  for (const int unavailable : {0, -1, 4}) {
+    EXPECT_EQ(array.IsPntAvailableM(unavailable), 30);
+  }
 }
 
 TEST(Point3DArr, appendingKeepsHolesInPlaceAndCountsThem) {

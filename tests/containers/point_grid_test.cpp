@@ -79,21 +79,6 @@ TEST(PointGrid, answersAsAWalkDoesWhileSlotsComeAndGo) {
   }
 }
 
-TEST(PointGrid, weldsACloudLikeAWalk) {
-  std::mt19937 random(4);
-  GridAndModel pair;
-  std::vector<Point> cloud;
-  for (int i = 0; i < 3000; ++i) {
-    cloud.push_back(clusteredPoint(random, 0.05F, 10));
-    const int known = pair.lowest(cloud.back());
-    ASSERT_EQ(known, pair.lowestByWalk(cloud.back()));
-    if (known < 0) {
-      ASSERT_NO_FATAL_FAILURE(pair.insert(i, cloud.back()));
-    }
-  }
-  EXPECT_LT(pair.model.size(), cloud.size());
-}
-
 TEST(PointGrid, farAndUnorderedCoordinatesAreSafe) {
   const float infinity = std::numeric_limits<float>::infinity();
   const float nan = std::numeric_limits<float>::quiet_NaN();

@@ -108,6 +108,15 @@ void expectSameWalk(const Array& array, const SlotModel<Array>& model) {
   ASSERT_EQ(index, kIntMark);
   ASSERT_TRUE(sameBits<Array>(item, filledItem<Array>(K::kMark)));
   ASSERT_EQ(array.GetAvailableNumM(-1), live);
+  if constexpr (K::kLastIsIndex) {
+    int last = model.bound - 1;
+    while (last >= 0 && !K::walked(model.at(last)[0])) {
+      --last;
+    }
+    ASSERT_EQ(array.GetLastM(item.data(), &index), last);
+    ASSERT_EQ(index, last < 0 ? kIntMark : last);
+    ASSERT_TRUE(sameBits<Array>(item, last < 0 ? filledItem<Array>(K::kMark) : model.at(last)));
+  }
   ASSERT_EQ(array.GetNextM(item.data(), &index, 2147483647), -1);
 }
 

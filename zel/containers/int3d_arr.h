@@ -61,20 +61,17 @@ class ZEL_API Int3DArr {
   int DelAllM();
   /// @}
 
-  // --- sorted index lists: entries (value, key), kept in ascending order of the key ---
+  // --- sorted index lists, as Int2DArr, but searched by component 0 instead of 1 ---
   /// Searches a list in ascending order of component 0 (as QuickSortM() leaves it; not the order
   /// of AddInIdxLstM()) by halving. @return an index whose component 0 is `key`, or -2147483647.
   [[nodiscard]] int FindIdxInLstM(int key) const;
-  /// Inserts the entry (`value`, `key`) before the entry at `position` when that one's component 1
-  /// is greater than `key`, otherwise behind it; into an empty list wherever `position` points.
-  /// @param position entry in 0 to bound - 1, in a list ordered by component 1. Components beyond
-  ///        these two become 0. @return 1.
+  /// As Int2DArr::AddInIdxLstM(), in a list ordered by component 1. The other components
+  /// become 0.
   int AddInIdxLstM(int position, int key, int value);
-  /// Removes an entry for good: the later ones move down, bound and available count drop by one,
-  /// even when the entry was a hole. @return 1.
+  /// As Int2DArr::DelItemInLstM().
   int DelItemInLstM(int position);
-  /// Sorts the slots below the bound in ascending order of component 0; holes come first. The
-  /// order of equal ones is not kept.
+  /// Sorts the slots below the bound in ascending order of component 0, in n log n steps; holes
+  /// come first. The order of equal ones is not kept.
   void QuickSortM();
 
  private:

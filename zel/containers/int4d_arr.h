@@ -70,21 +70,13 @@ class ZEL_API Int4DArr {
   int DelAllM();
   /// @}
 
-  // --- sorted index lists: entries (value, key), kept in ascending order of the key ---
-  /// Searches a list in ascending order of component 0 (as QuickSortM() leaves it; not the order
-  /// of AddInIdxLstM()) by halving. @return an index whose component 0 is `key`, or -2147483647.
+  /// @name Sorted index lists, as Int3DArr
+  /// @{
   [[nodiscard]] int FindIdxInLstM(int key) const;
-  /// Inserts the entry (`value`, `key`) before the entry at `position` when that one's component 1
-  /// is greater than `key`, otherwise behind it; into an empty list wherever `position` points.
-  /// @param position entry in 0 to bound - 1, in a list ordered by component 1. Components beyond
-  ///        these two become 0. @return 1.
   int AddInIdxLstM(int position, int key, int value);
-  /// Removes an entry for good: the later ones move down, bound and available count drop by one,
-  /// even when the entry was a hole. @return 1.
   int DelItemInLstM(int position);
-  /// Sorts the slots below the bound in ascending order of component 0; holes come first. The
-  /// order of equal ones is not kept.
   void QuickSortM();
+  /// @}
 
   /// @name Files, as IntArr
   /// @{

@@ -35,6 +35,7 @@ class ZEL_API IntArr {
   explicit IntArr(int length);
   /// Copies every slot, the counters and the increment.
   IntArr(const IntArr& other);
+  /// Takes the content over in constant time, as move assignment does.
   IntArr(IntArr&& other) noexcept;
   /// Copies every slot, the length, the counters and the increment. Out of memory, the target
   /// stays as it was.
@@ -50,8 +51,11 @@ class ZEL_API IntArr {
   /// Sets the slots added beyond the one asked for when a write grows the store.
   /// @param increment ignored below 1. @return 1.
   int SetIncrementM(int increment);
+  /// @return the slots allocated.
   [[nodiscard]] int GetLengthM() const;
+  /// @return one past the highest slot written.
   [[nodiscard]] int GetBoundM() const;
+  /// @return the slots counted as live.
   [[nodiscard]] int GetAvailableNumM() const;
   /// @return number of live slots after `index` and below the bound.
   [[nodiscard]] int GetAvailableNumM(int index) const;
@@ -126,7 +130,8 @@ class ZEL_API IntArr {
   /// Grows by the available count of `other`, room or not, then appends its live values.
   /// @return the available count of `other`.
   int ImportArrM(const IntArr& other);
-  /// Inserts into an ascending array without holes, unless the value is there.
+  /// Inserts into an ascending array without holes, unless the value is there. Searching takes
+  /// log n steps, inserting moves what lies behind.
   /// @return the index of an equal value (the last slot first, then slot 0, then halving), or 1
   ///         after an insertion.
   int AddItemByCompareM(int value);

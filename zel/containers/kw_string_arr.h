@@ -18,13 +18,6 @@ class TextIndex;
 /// zero-terminated, or as a number of bytes.
 class ZEL_API KwStringArr {
  public:
-  /// Reads the next list: deletes what is there, then fills slots from 0 on. Lists carry delete
-  /// tags, no texts. @throws int 107 when it cannot be read.
-  virtual void FmInputZelLstM(KwIOCL* io);
-  /// Writes the table as the list `name`. @throws int 108 when it cannot be written.
-  virtual void FmOutputZelLstM(KwIOCL* io, const char* name) const;
-  virtual ~KwStringArr();
-
   // --- life ---
   /// Length 4, bound 0, count 0, increment 10; four slots inside the object.
   KwStringArr();
@@ -36,8 +29,14 @@ class ZEL_API KwStringArr {
   KwStringArr& operator=(const KwStringArr& other);
   KwStringArr& operator=(KwStringArr&& other) noexcept;
 
-  // --- counters ---
-  /// @return the slots allocated.
+  /// Reads the next list: deletes what is there, then fills slots from 0 on. Lists carry delete
+  /// tags, no texts. @throws int 107 when it cannot be read.
+  virtual void FmInputZelLstM(KwIOCL* io);
+  /// Writes the table as the list `name`. @throws int 108 when it cannot be written.
+  virtual void FmOutputZelLstM(KwIOCL* io, const char* name) const;
+  virtual ~KwStringArr();
+
+  // --- counters, as IntArr ---
   [[nodiscard]] int GetLengthM() const;
   [[nodiscard]] int GetBoundM() const;
   [[nodiscard]] int GetAvailableNumM() const;
