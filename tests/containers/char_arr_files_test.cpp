@@ -93,6 +93,9 @@ TEST_F(CharArrFiles, modesAndLinksOutliveASave) {
   EXPECT_TRUE(fs::is_symlink(dir_.file("link")));
   EXPECT_EQ(zel::test::readFile(path), "new");
   EXPECT_EQ(fs::status(path).permissions(), fs::perms{0750});
+  fs::create_symlink("to come", dir_.file("early link"));
+  EXPECT_EQ(saveCode(bufferOf("first"), dir_.file("early link")), 0);
+  EXPECT_EQ(zel::test::readFile(dir_.file("to come")), "first");
 }
 
 TEST_F(CharArrFiles, placesThatTakeNoFileThrow108) {

@@ -11,10 +11,12 @@
 #include <cstring>
 #include <fstream>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "zel/containers/char_arr.h"
 #include "zel/containers/int_arr.h"
+#include "zel/containers/kw_string_arr.h"
 #include "zel/core/memory.h"
 
 namespace {
@@ -86,6 +88,25 @@ TEST(ExhaustedHeap, textsStay) {
       },
       [](CharArr& array, const CharArr& other) { array.ImportArrM(other); },
   });
+}
+
+// An element without its text would match every other text.
+TEST(ExhaustedHeap, stringTablesTakeNoEmptyTexts) {
+  const std::string text(1U << 18, 'x');
+  const auto count = static_cast<int>(text.size());
+  KwStringArr full;
+  full.AddStringM(count, text.data());
+  const auto refused = [&] {
+    KwStringArr table;
+    table.AddByCompM("kept");
+    exhaustHeap();
+    table.AddStringM(count, text.data());
+    table.AddByCompM(text.c_str());
+    table = full;
+    const bool isSame = table.GetBoundM() == 1 && table.StrCmpM(0, 0, "kept") == 1;
+    std::_Exit(isSame && KwStringArr(full).GetBoundM() == 0 ? 0 : 1);
+  };
+  EXPECT_EXIT(refused(), testing::ExitedWithCode(0), "");
 }
 
 }  // namespace

@@ -10,6 +10,8 @@ template class zel::SlotStore<KwStringCL, zel::ElementPolicy>;
 
 namespace {
 
+using Texts = zel::SlotStore<KwStringCL, zel::ElementPolicy>;
+
 /// Up to this length a walk is as fast as the index.
 constexpr int kSmallLength = 64;
 constexpr int kNotFound = -1;
@@ -20,11 +22,25 @@ std::string_view textOf(const KwStringCL& element) {
                           : std::string_view(bytes, static_cast<std::size_t>(element.GetLengthM()));
 }
 
+/// Whether the heap had room for every text of a copy.
+bool isWhole(const Texts& copy, const Texts& original) {
+  for (int i = 0; i < original.bound(); ++i) {
+    if (i >= copy.length() || copy[i].GetLengthM() != original[i].GetLengthM()) {
+      return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace
 
 KwStringArr::KwStringArr() = default;
 
-KwStringArr::KwStringArr(const KwStringArr& other) : slots_(other.slots_) {}
+KwStringArr::KwStringArr(const KwStringArr& other) : slots_(other.slots_) {
+  if (!isWhole(slots_, other.slots_)) {
+    slots_.clear();
+  }
+}
 
 KwStringArr::KwStringArr(KwStringArr&& other) noexcept = default;
 
@@ -32,13 +48,16 @@ KwStringArr& KwStringArr::operator=(const KwStringArr& other) {
   if (this == &other) {
     return *this;
   }
-  zel::SlotStore<KwStringCL, zel::ElementPolicy> copy;
+  Texts copy;
   const bool isInline = other.slots_.length() == copy.length();
   if (!isInline && !copy.addSize(other.slots_.length())) {
     return *this;
   }
   for (int i = 0; i < other.slots_.bound(); ++i) {
     copy[i] = other.slots_[i];
+  }
+  if (!isWhole(copy, other.slots_)) {
+    return *this;
   }
   copy.setBound(other.slots_.bound());
   copy.setAvailable(other.slots_.available());
@@ -61,7 +80,9 @@ int KwStringArr::GetAvailableNumM() const { return slots_.available(); }
 int KwStringArr::AddStringM(int count, const char* bytes) {
   KwStringCL element(zel::kTagAvailable);
   element.SetValueM(count, bytes);
-  return slots_.add(std::move(element));
+  // Without its bytes it would match every text.
+  const bool isRefused = element.GetLengthM() < count;
+  return isRefused ? GetBoundM() : slots_.add(std::move(element));
 }
 
 int KwStringArr::AddByCompM(const char* text) {
@@ -71,7 +92,7 @@ int KwStringArr::AddByCompM(const char* text) {
   }
   KwStringCL element(zel::kTagAvailable);
   element.AddStringM(text);
-  return slots_.add(std::move(element));
+  return element.GetLengthM() < 1 ? GetBoundM() : slots_.add(std::move(element));
 }
 
 void KwStringArr::SetValueM(int index, int count, const char* bytes) {

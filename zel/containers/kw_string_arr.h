@@ -15,7 +15,8 @@ class TextIndex;
 ///
 /// A full store grows by its length, or to the slot asked for when that is more; the increment
 /// plays no part. Copies are deep; a moved-from table is as newly constructed. Texts are given as
-/// zero-terminated, or as a number of bytes.
+/// zero-terminated, or as a number of bytes. A text for which the heap has no room is not added;
+/// the result is the same.
 class ZEL_API KwStringArr {
  public:
   // --- life ---

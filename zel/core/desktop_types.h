@@ -93,6 +93,7 @@ class ZEL_API CWnd {
   /// Copies the text, zero-terminated and cut to `capacity` - 1 characters.
   /// @return number of characters copied.
   virtual int GetWindowText(char* text, int capacity) const = 0;
+  /// Replaces the text. @param text zero-terminated.
   virtual void SetWindowText(const char* text) = 0;
 };
 

@@ -48,13 +48,17 @@ class ZEL_API Platform {
   // --- time ---
   /// @return milliseconds since an arbitrary start, wrapping at 2^32.
   virtual std::uint32_t tickCount();
+  /// @return the present moment.
   virtual UtcTime utcTime();
+  /// Returns no sooner than after this time.
   virtual void sleep(std::uint32_t milliseconds);
 
   // --- desktop ---
   /// @return whether the Shift key is down or was pressed since the last query.
   virtual bool shiftKeyPressed();
+  /// @return where the mouse cursor is; (0, 0) without a desktop.
   virtual ScreenPosition cursorPosition();
+  /// Moves the mouse cursor; does nothing without a desktop.
   virtual void setCursorPosition(ScreenPosition position);
   /// Plays a wave file without waiting for its end. `file` is ignored for `kStop`.
   virtual void playSound(const char* file, SoundMode mode);
@@ -67,6 +71,7 @@ class ZEL_API Platform {
   /// Looks a path up. '*' and '?' in its last part match as patterns; a trailing separator
   /// finds nothing.
   virtual PathKind findPath(const char* path);
+  /// @return what the attributes of a file or directory allow; they are not tried out.
   virtual FileAccess fileAccess(const char* path);
   /// @param access `kReadOnly` or `kWritable`. @return false when it could not be set.
   virtual bool setFileAccess(const char* path, FileAccess access);

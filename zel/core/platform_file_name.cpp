@@ -45,7 +45,8 @@ std::string presentFileName(const char* name) {
 FileToReplace fileToReplace(const std::string& name) {
   struct stat status {};
   if (stat(name.c_str(), &status) != 0) {
-    return {name, true};
+    const bool isDanglingLink = lstat(name.c_str(), &status) == 0;
+    return {name, !isDanglingLink};
   }
   const std::unique_ptr<char, decltype(&std::free)> real(realpath(name.c_str(), nullptr),
                                                          &std::free);

@@ -15,7 +15,8 @@ namespace zel {
 /// What a file is replaced through.
 struct FileToReplace {
   std::string name;  ///< with links followed, so that the link stays
-  /// Whether it is an ordinary file, or none yet; a device must be written directly.
+  /// Whether it is an ordinary file, or none yet; a device, or the file that a link names but that
+  /// is not there yet, must be written directly.
   bool isOrdinary;
 };
 [[nodiscard]] FileToReplace fileToReplace(const std::string& name);
