@@ -81,6 +81,7 @@ void copyAround(Array& array) {
   assigned.AddSizeM(9);
   assigned = copy;
   array.DelAllM();
+  array.SetIncrementM(99);  // to be replaced
   const Array& same = array = assigned;
   array = same;
 }
@@ -93,7 +94,9 @@ void moveAround(Array& array) {
   Array moved(std::move(array));
   EXPECT_EQ(moved.getCurrentItemPrtConstM() == store, isInHeap);
   expectSameSlots(array, SlotModel<Array>());  // NOLINT: moved-from is specified
-  array.AddSizeM(9);
+  array.SetItemM(in<Array>(liveItem<Array>(1)), 4);
+  EXPECT_EQ(array.GetLengthM(), 4 + 1 + 10);
+  array.SetIncrementM(99);  // to be replaced
   Array& same = array = std::move(moved);
   expectSameSlots(moved, SlotModel<Array>());  // NOLINT: moved-from is specified
   array = std::move(same);

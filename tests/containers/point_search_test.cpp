@@ -1,10 +1,12 @@
-// Point3DArr::AddPointM() answers as a walk over the slots would, whatever happened before.
+// Point3DArr::AddPointM() answers as a walk over the slots would, whatever
+// happened before.
 
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 #include <optional>
 #include <random>
 #include <utility>
@@ -18,7 +20,8 @@ using Point = std::array<float, 3>;
 
 constexpr float kMark = -1.0e18F;
 
-/// The first slot below the bound within the tolerance on every axis; -1 when there is none.
+/// The first slot below the bound within the tolerance on every axis; -1 when
+/// there is none.
 int firstByWalk(const Point3DArr& array, const Point& query) {
   const float(*store)[3] = array.getCurrentItemPrtConstM();
   for (int slot = 0; slot < array.GetBoundM(); ++slot) {
@@ -34,21 +37,45 @@ int firstByWalk(const Point3DArr& array, const Point& query) {
   return -1;
 }
 
-/// Points near the crossings of a small lattice, closer to them than the tolerance or just not;
-/// sometimes at the mark, where holes match.
-Point randomPoint(std::mt19937& random) {
-  static constexpr float kOffsets[] = {0, 0.00005F, -0.00005F, 0.0001F, -0.00009F};
-  Point point;
-  for (float& coordinate : point) {
-    coordinate = static_cast<float>(random() % 6) * 0.25F + kOffsets[random() % 5];
-  }
-  if (random() % 20 == 0) {
-    point[0] = kMark;
-  }
-  return point;
+/// Adds a point and compares with the walk.
+void expectAddedAsByWalk(Point3DArr& array, const Point& point) {
+  const int found = firstByWalk(array, point);
+  const int end = std::max(array.GetBoundM(), 0);
+  ASSERT_EQ(array.AddPointM(point.data()), found < 0 ? end : found);
 }
 
-/// Pointers that a caller got and may write through until the store's length changes.
+struct Dice : std::mt19937 {
+  Dice(unsigned seed, float latticeSpacing) : std::mt19937(seed), spacing(latticeSpacing) {}
+  /// Points near the crossings of a small lattice, closer to them than the
+  /// tolerance or just not; sometimes at the mark, where holes match.
+  Point point() {
+    static constexpr float kOffsets[] = {0, 0.00005F, -0.00005F, 0.0001F, -0.00009F};
+    Dice& random = *this;
+    Point point;
+    for (float& coordinate : point) {
+      coordinate = static_cast<float>(random() % 6) * spacing + kOffsets[random() % 5];
+    }
+    if (random() % 20 == 0) {
+      point[0] = kMark;
+    }
+    return point;
+  }
+
+  float spacing;
+};
+
+/// `count` points one apart along x, all known to the search.
+Point3DArr searchedRow(int count, float y) {
+  Point3DArr array;
+  for (int i = 0; i < count; ++i) {
+    array.AddPointM(Point{static_cast<float>(i), y, 0}.data());
+  }
+  EXPECT_EQ(array.AddPointM(Point{1, y, 0}.data()), 1);
+  return array;
+}
+
+/// Pointers that a caller got and may write through until the store's length
+/// changes.
 class Pointers {
  public:
   void forgetAfterGrowth(const Point3DArr& array) {
@@ -58,7 +85,7 @@ class Pointers {
     }
   }
   void hold(float* slot) { held_.push_back(slot); }
-  void writeThroughOne(const Point& point, std::mt19937& random) {
+  void writeThroughOne(const Point& point, Dice& random) {
     if (!held_.empty()) {
       std::copy(point.begin(), point.end(), held_[random() % held_.size()]);
     }
@@ -69,8 +96,8 @@ class Pointers {
   int length_ = -1;
 };
 
-void changeSomehow(Point3DArr& array, Pointers& pointers, std::mt19937& random) {
-  const Point point = randomPoint(random);
+void changeSomehow(Point3DArr& array, Pointers& pointers, Dice& random) {
+  const Point point = random.point();
   const int bound = std::max(array.GetBoundM(), 1);
   const int slot = static_cast<int>(random() % static_cast<unsigned>(bound + 2)) - 1;
   switch (random() % 14) {
@@ -107,7 +134,7 @@ void changeSomehow(Point3DArr& array, Pointers& pointers, std::mt19937& random) 
 }
 
 /// Rare changes to the whole array.
-void changeWholly(Point3DArr& array, Pointers& pointers, std::mt19937& random) {
+void changeWholly(Point3DArr& array, Pointers& pointers, Dice& random) {
   switch (random() % 7) {
     case 0: {
       Point3DArr other(array);
@@ -122,8 +149,8 @@ void changeWholly(Point3DArr& array, Pointers& pointers, std::mt19937& random) {
     }
     case 2: {
       Point3DArr tail;
-      tail.AddItemM(randomPoint(random).data());
-      tail.SetItemM(randomPoint(random).data(), 2);
+      tail.AddItemM(random.point().data());
+      tail.SetItemM(random.point().data(), 2);
       array.AppendPntsM(tail);
       break;
     }
@@ -144,7 +171,8 @@ void changeWholly(Point3DArr& array, Pointers& pointers, std::mt19937& random) {
 
 TEST(PointSearch, answersAsAWalkUnderAllChanges) {
   for (unsigned seed = 1; seed <= 12; ++seed) {
-    std::mt19937 random(seed);
+    static constexpr float kSpacings[] = {0.25F, 0.0002F, 0.01F, 1000.0F};
+    Dice random(seed, kSpacings[seed % 4]);
     Point3DArr array;
     Pointers pointers;
     for (int step = 0; step < 1500; ++step) {
@@ -154,41 +182,39 @@ TEST(PointSearch, answersAsAWalkUnderAllChanges) {
       } else if (random() % 150 == 0) {
         changeWholly(array, pointers, random);
       }
-      const Point query = randomPoint(random);
-      const int found = firstByWalk(array, query);
-      const int end = std::max(array.GetBoundM(), 0);
-      ASSERT_EQ(array.AddPointM(query.data()), found < 0 ? end : found)
+      ASSERT_NO_FATAL_FAILURE(expectAddedAsByWalk(array, random.point()))
           << "seed " << seed << " step " << step;
     }
   }
 }
 
-TEST(PointSearch, welcomesUnorderedAndInfinitePoints) {
-  Point3DArr array;
-  const float nan = std::nanf("");
-  const float odd[][3] = {{nan, 0, 0}, {INFINITY, 0, 0}, {-INFINITY, nan, 0}, {3e38F, 0, -3e38F}};
-  for (int i = 0; i < 100; ++i) {
-    const float plain[3] = {static_cast<float>(i), 0, 0};
-    ASSERT_EQ(array.AddPointM(plain), i);
-  }
+TEST(PointSearch, welcomesUnorderedAndFarPoints) {
+  Point3DArr array = searchedRow(100, 0);
+  const float farthest = std::numeric_limits<float>::max();
+  const float values[] = {INFINITY,  -INFINITY, std::nanf(""), farthest,
+                          -farthest, kMark,     1e12F,         -0.0F};
   for (int round = 0; round < 2; ++round) {
-    for (const float* point : odd) {
-      const int found = firstByWalk(array, {point[0], point[1], point[2]});
-      const int end = array.GetBoundM();
-      EXPECT_EQ(array.AddPointM(point), found < 0 ? end : found);
+    for (const float x : values) {
+      for (const float y : values) {
+        expectAddedAsByWalk(array, {x, y, x});
+      }
     }
   }
-  EXPECT_EQ(array.GetBoundM(), 100 + 4 + 3);  // infinity less infinity is no small difference
+  EXPECT_EQ(array.AddPointM(Point{0, 0, 0}.data()), 0);
 }
 
-/// `count` points one apart along x, all known to the search.
-Point3DArr searchedRow(int count, float y) {
+TEST(PointSearch, aDenseHeapAfterAWideStartIsSearchedToo) {
+  Dice random(12, 100.0F);
   Point3DArr array;
-  for (int i = 0; i < count; ++i) {
-    array.AddPointM(Point{static_cast<float>(i), y, 0}.data());
+  for (int i = 0; i < 6000; ++i) {
+    random.spacing = i < 60 ? 100.0F : 0.0005F;
+    Point point = random.point();
+    point[2] += static_cast<float>(i % 100) * 0.0003F;
+    array.AddItemM(point.data());
+    if (i % 20 == 0) {
+      ASSERT_NO_FATAL_FAILURE(expectAddedAsByWalk(array, random.point())) << i;
+    }
   }
-  EXPECT_EQ(array.AddPointM(Point{1, y, 0}.data()), 1);
-  return array;
 }
 
 TEST(PointSearch, assignmentReplacesWhatIsFound) {
@@ -212,7 +238,8 @@ TEST(PointSearch, seesWhatADumpReadOverIt) {
   std::fclose(file);
   EXPECT_EQ(array.AddPointM(moved[1]), 1);
   EXPECT_EQ(array.AddPointM(moved[0]), 0);
-  array.SetItemM(moved[0], 80);  // the old slots from 2 on lie below the bound again
+  array.SetItemM(moved[0],
+                 80);  // the old slots from 2 on lie below the bound again
   EXPECT_EQ(array.AddPointM(moved[1]), 1);
   EXPECT_EQ(array.AddPointM(Point{50, 0, 0}.data()), 50);
 }
