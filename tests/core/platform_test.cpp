@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "support/shown_message.h"
 #include "support/temp_dir.h"
 
 namespace {
@@ -30,10 +31,9 @@ TEST(Notice, namesMayBeInEitherCodeOrInNone) {
   EXPECT_EQ(zel::noticeInUtf8((gbk + std::string(400, 'x')).c_str()), utf8 + std::string(400, 'x'));
 }
 
-TEST(Platform, defaultMessageGoesToStandardError) {
-  testing::internal::CaptureStderr();
-  zel::platform().showMessage(kNoticeGbk);
-  EXPECT_EQ(testing::internal::GetCapturedStderr(), std::string(kNoticeUtf8) + "\n");
+TEST(Platform, defaultMessageIsShownInUnicode) {
+  EXPECT_EQ(zel::test::shownMessage([] { zel::platform().showMessage(kNoticeGbk); }),
+            std::string(kNoticeUtf8) + "\n");
 }
 
 TEST(Platform, pathsAreFoundThroughBackslashesAndPatterns) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
 
 #include "geometry/random_geometry.h"
 #include "zel/core/constants.h"
@@ -42,7 +43,7 @@ struct PlaneArc {
 
 /// A random angle that keeps clear of the snapping at the ends of the first axis.
 double clearAngle(RandomGeometry& random) {
-  return random.number(0.03, 3.1) + (random.number(0, 1) < 0.5 ? 0 : M_PI);
+  return random.number(0.03, 3.1) + (random.number(0, 1) < 0.5 ? 0 : std::numbers::pi);
 }
 
 TEST(SetArcPara, anglesGrowFromTheStoredStartToTheStoredEnd) {
@@ -52,8 +53,9 @@ TEST(SetArcPara, anglesGrowFromTheStoredStartToTheStoredEnd) {
     const double to = clearAngle(random);
     const int direction = round % 2 == 0 ? 143 : 144;
     const PlaneArc arc(154 + round % 3, direction, from, to);
-    const double sweep = std::fmod((direction == 143 ? to - from : from - to) + 2 * M_PI, 2 * M_PI);
-    if (sweep < 0.001 || sweep > 2 * M_PI - 0.001) {
+    const double sweep = std::fmod(
+        (direction == 143 ? to - from : from - to) + 2 * std::numbers::pi, 2 * std::numbers::pi);
+    if (sweep < 0.001 || sweep > 2 * std::numbers::pi - 0.001) {
       continue;  // nearly the same point: see the case of its own
     }
     EXPECT_EQ(arc.result, 1);
@@ -72,10 +74,11 @@ TEST(SetArcPara, endsCloseTogetherAreAShortArcOrNearlyAFullTurn) {
         const PlaneArc shortArc(type, 143, from, from + apart);
         EXPECT_NEAR(shortArc.record.endAng - shortArc.record.startAng, apart, 1e-4);
         const PlaneArc longArc(type, 143, from + apart, from);
-        EXPECT_NEAR(longArc.record.endAng - longArc.record.startAng, 2 * M_PI - apart, 1e-4);
+        EXPECT_NEAR(longArc.record.endAng - longArc.record.startAng, 2 * std::numbers::pi - apart,
+                    1e-4);
       }
       const PlaneArc circle(type, 143, from, from);
-      EXPECT_NEAR(circle.record.endAng - circle.record.startAng, 2 * M_PI, 1e-5);
+      EXPECT_NEAR(circle.record.endAng - circle.record.startAng, 2 * std::numbers::pi, 1e-5);
     }
   }
 }
@@ -110,17 +113,18 @@ TEST(SetArcPara, chordWithoutLengthOrAlongTheRadiusMeansAFullTurn) {
   const float tiny = 0.0008F;  // 0.1 rad of it are closer than the tolerance
   EXPECT_NEAR(sweepOf({tiny * std::cos(0.5F), tiny * std::sin(0.5F), 0},
                       {tiny * std::cos(0.6F), tiny * std::sin(0.6F), 0}, tiny),
-              2 * M_PI + 0.1, 1e-3);
+              2 * std::numbers::pi + 0.1, 1e-3);
   EXPECT_EQ(sweepOf({0, 1, 0}, {0, 1.5F, 0}, 1), kTwoPi);
 }
 
 TEST(SetArcPara, climbAlongTheNormalMakesAHelix) {
   const PlaneArc aboutX(155, 143, 0.5, 2.0, 6.0F);
   EXPECT_EQ(aboutX.record.type, 158);
-  EXPECT_NEAR(aboutX.record.radius2, 6.0 * 2 * M_PI / 1.5, 1e-3);
+  EXPECT_NEAR(aboutX.record.radius2, 6.0 * 2 * std::numbers::pi / 1.5, 1e-3);
   const PlaneArc aboutY(156, 144, 0.5, 2.0, 6.0F);
   EXPECT_EQ(aboutY.record.type, 159);
-  EXPECT_NEAR(aboutY.record.radius2, -6.0 * 2 * M_PI / (2 * M_PI - 1.5), 1e-3);
+  EXPECT_NEAR(aboutY.record.radius2, -6.0 * 2 * std::numbers::pi / (2 * std::numbers::pi - 1.5),
+              1e-3);
   const PlaneArc aboutZ(154, 143, 0.5, 2.0, 6.0F);
   EXPECT_EQ(aboutZ.record.type, 154) << "the xy plane knows no helix";
   EXPECT_EQ(aboutZ.record.radius2, -1e18F);

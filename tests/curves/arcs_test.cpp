@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
 
 #include "geometry/random_geometry.h"
 #include "support/bits.h"
@@ -192,7 +193,7 @@ TEST(ArcFormulas, areEvaluatedInDoubleAndRoundedWhereStated) {
 
 TEST(ArcAngle, runsFromTheFirstAxisTowardTheSecond) {
   for (int degrees = 2; degrees < 359; ++degrees) {
-    const double angle = degrees * M_PI / 180;
+    const double angle = degrees * std::numbers::pi / 180;
     const float p[]{static_cast<float>(3 + 2 * std::cos(angle)),
                     static_cast<float>(4 + 2 * std::sin(angle))};
     EXPECT_NEAR(slGetArcAng2(3, 4, p[0], p[1], 2), angle, 3e-5) << degrees;
@@ -205,7 +206,7 @@ TEST(ArcAngle, snapsNearTheFirstAxis) {
   EXPECT_EQ(bits(slGetArcAng2(0, 0, 1, -0.01F, 1)), bits(kTwoPi)) << "a full turn, not 0";
   EXPECT_EQ(bits(slGetArcAng2(0, 0, -1, 0.01F, 1)), bits(kPi));
   EXPECT_EQ(slGetArcAng2(0, 0, 5, 1, 1), 0.0F) << "beyond the circle";
-  EXPECT_NEAR(slGetArcAng2(0, 0, 0.5F, 0.8660254F, -1), 4 * M_PI / 3, 1e-6)
+  EXPECT_NEAR(slGetArcAng2(0, 0, 0.5F, 0.8660254F, -1), 4 * std::numbers::pi / 3, 1e-6)
       << "a negative radius turns both axes round";
 }
 

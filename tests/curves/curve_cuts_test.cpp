@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <numbers>
 #include <vector>
 
 #include "geometry/random_geometry.h"
@@ -142,13 +143,13 @@ TEST(CutArc, parametersAreTheTwoFloatsBehindTheTwoPoints) {
   const Crossings found(c, 1);
   EXPECT_EQ(found.count, 2);
   EXPECT_NEAR(found.parameter(0), std::asin(0.5), 1e-6);
-  EXPECT_NEAR(found.parameter(1), M_PI - std::asin(0.5), 1e-6);
+  EXPECT_NEAR(found.parameter(1), std::numbers::pi - std::asin(0.5), 1e-6);
   EXPECT_EQ(found.out[2][2], kUntouched);
   EXPECT_EQ(bits(found.parameter(1)),
             bits(static_cast<float>(double{kPi} - (double{zel::kHalfPi} - std::acos(0.5)))));
   const Crossings left(c, -1);
-  EXPECT_NEAR(left.parameter(0), M_PI + std::asin(0.5), 1e-6);
-  EXPECT_NEAR(left.parameter(1), 2 * M_PI - std::asin(0.5), 1e-6);
+  EXPECT_NEAR(left.parameter(0), std::numbers::pi + std::asin(0.5), 1e-6);
+  EXPECT_NEAR(left.parameter(1), 2 * std::numbers::pi - std::asin(0.5), 1e-6);
 }
 
 TEST(CutArc, lineThroughTheCentreMeetsTheLibrarysQuarterTurns) {
@@ -163,7 +164,8 @@ TEST(CutArc, endBelowTheStartGainsATurnInTheRecord) {
   const Crossings found(c, 0.5F);
   EXPECT_EQ(c.endAng, 1.0F + kTwoPi);
   EXPECT_EQ(found.count, 1);
-  EXPECT_NEAR(found.parameter(0), std::asin(0.25) + 2 * M_PI, 1e-5) << "the increased angle";
+  EXPECT_NEAR(found.parameter(0), std::asin(0.25) + 2 * std::numbers::pi, 1e-5)
+      << "the increased angle";
   TouchCurD within = arc(0, 0, 2, 1, 0.99995F);
   Crossings(within, 0.5F);
   EXPECT_EQ(within.endAng, 0.99995F) << "within the tolerance nothing is added";

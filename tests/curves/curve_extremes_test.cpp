@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <random>
 
 #include "zel/curves/touch_cur.h"
@@ -90,7 +91,8 @@ TEST(CurveExtremes, notANumberFallsToTheStatedOtherwise) {
   EXPECT_EQ(slCalArcCent(143, NAN, 0, 2, 0, 1, &x, &y), 1) << "a chord of no length";
   EXPECT_TRUE(std::isnan(x));
   EXPECT_EQ(slCalArcRadiusPnt(143, NAN, 0, 2, 0, 1, &r, &x, &y), 0);
-  EXPECT_NEAR(slGetArcAng2(0, 0, 0.5F, NAN, 1), 5 * M_PI / 3, 1e-6) << "mirrored unless above";
+  EXPECT_NEAR(slGetArcAng2(0, 0, 0.5F, NAN, 1), 5 * std::numbers::pi / 3, 1e-6)
+      << "mirrored unless above";
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <numbers>
 
 #include "geometry/random_geometry.h"
 #include "support/bits.h"
@@ -183,7 +184,7 @@ TEST(TouchCurMirror, anglesStayThoseOfTheMirroredPoints) {
     slTouchCurDMirror(&c, axis, 0);
     EXPECT_EQ(c.direction, 143);
     EXPECT_LE(c.startAng, c.endAng);
-    EXPECT_NEAR(std::remainder(c.startAng - before.startAng, 2 * M_PI), 0, 1e-5);
+    EXPECT_NEAR(std::remainder(c.startAng - before.startAng, 2 * std::numbers::pi), 0, 1e-5);
   }
 }
 

@@ -14,16 +14,14 @@ namespace zel::test {
 class CommaLocale {
  public:
   CommaLocale()
-      : previous_(std::locale::global(std::locale(std::locale::classic(), new CommaPoint))) {
-    const std::string compile =
-        "localedef -i de_DE -f ISO-8859-1 '" + compiled_.file("de_DE") + "' >/dev/null 2>&1";
-    setenv("LOCPATH", compiled_.path().c_str(), 1);
-    hasC_ = std::system(compile.c_str()) == 0 && std::setlocale(LC_ALL, "de_DE") != nullptr;
-  }
+      : previous_(std::locale::global(std::locale(std::locale::classic(), new CommaPoint))),
+        hasC_(setGerman()) {}
   ~CommaLocale() {
     std::locale::global(previous_);
     std::setlocale(LC_ALL, "C");
+#if !defined(_WIN32)
     unsetenv("LOCPATH");
+#endif
   }
   CommaLocale(const CommaLocale&) = delete;
   CommaLocale& operator=(const CommaLocale&) = delete;
@@ -38,9 +36,19 @@ class CommaLocale {
     std::string do_grouping() const override { return "\3"; }
   };
 
-  std::locale previous_;
+#if defined(_WIN32)
+  static bool setGerman() { return std::setlocale(LC_ALL, "German") != nullptr; }
+#else
+  [[nodiscard]] bool setGerman() const {
+    const std::string compile =
+        "localedef -i de_DE -f ISO-8859-1 '" + compiled_.file("de_DE") + "' >/dev/null 2>&1";
+    setenv("LOCPATH", compiled_.path().c_str(), 1);
+    return std::system(compile.c_str()) == 0 && std::setlocale(LC_ALL, "de_DE") != nullptr;
+  }
   TempDir compiled_;
-  bool hasC_ = false;
+#endif
+  std::locale previous_;
+  bool hasC_;
 };
 
 }  // namespace zel::test

@@ -1,21 +1,27 @@
 #pragma once
 
-#include <stdlib.h>
-
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <string_view>
 
 namespace zel::test {
 
+/// The path behind a name in UTF-8.
+inline std::filesystem::path pathOf(const std::string& name) {
+  return std::u8string(name.begin(), name.end());
+}
+
 /// A directory of its own for one test, removed at its end.
 class TempDir {
  public:
   TempDir() {
-    std::string name = (std::filesystem::temp_directory_path() / "zel_test_XXXXXX").string();
-    path_ = mkdtemp(name.data());
+    std::random_device random;
+    do {
+      path_ = std::filesystem::temp_directory_path() / ("zel_test_" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(path_));
   }
   ~TempDir() {
     std::error_code ignored;
@@ -24,7 +30,9 @@ class TempDir {
   TempDir(const TempDir&) = delete;
   TempDir& operator=(const TempDir&) = delete;
 
-  [[nodiscard]] std::string file(const std::string& name) const { return (path_ / name).string(); }
+  [[nodiscard]] std::string file(const std::string& name) const {
+    return (path_ / pathOf(name)).string();
+  }
   [[nodiscard]] const std::filesystem::path& path() const { return path_; }
 
  private:

@@ -18,7 +18,7 @@ TEST(Files, findsFilesDirectoriesAndPatterns) {
   const TempDir dir;
   writeFile(dir.file("wood.bmp"), "x");
   EXPECT_TRUE(slIsExistentPath(dir.file("wood.bmp").c_str()));
-  EXPECT_TRUE(slIsExistentPath(dir.path().c_str()));
+  EXPECT_TRUE(slIsExistentPath(dir.path().string().c_str()));
   EXPECT_TRUE(slIsExistentPath((dir.path().string() + "\\w*.bmp").c_str()));
   EXPECT_FALSE(slIsExistentPath(dir.file("iron.bmp").c_str()));
   EXPECT_FALSE(slIsExistentPath((dir.path().string() + "\\").c_str()));

@@ -235,6 +235,15 @@ void compareWithScanf(const std::string& text) {
   }
 }
 
+TEST(StreamReals, hexadecimalNeedsADigit) {
+  StreamFile file;
+  KwIOCL io;
+  file.feed(io, "0xp1\n");
+  float value = 77;
+  EXPECT_EQ(thrownBy([&] { io.InputRM(&value); }), 107);
+  EXPECT_EQ(value, 77);
+}
+
 TEST(StreamReals, everySpellingIsReadAsByScanf) {
   for (const std::string text : {"1",
                                  "+1.",
@@ -273,7 +282,6 @@ TEST(StreamReals, everySpellingIsReadAsByScanf) {
                                  "0x1p",
                                  "0x1.8p3",
                                  "0X1.8P-3q",
-                                 "0xp1",
                                  "0xabc.def",
                                  "0x1p-149",
                                  "0x1p-150",

@@ -5,6 +5,7 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <filesystem>
 #include <limits>
 #include <random>
 #include <string>
@@ -89,6 +90,9 @@ TEST(StreamOutput, nineValuesShareALine) {
 }
 
 std::string printed(float value) {
+  if (std::isnan(value)) {  // not every library prints its sign
+    return std::signbit(value) ? "            -nan\n" : "             nan\n";
+  }
   char text[64];
   std::snprintf(text, sizeof text, "%16.8e\n", static_cast<double>(value));
   return text;
@@ -161,6 +165,9 @@ TEST(StreamOutput, rawRealsNeedABinaryStream) {
 // A full disk shows when the buffered data reach it: at a later write or, at the latest, on
 // closing. Whoever closes is told; a destructor stays quiet.
 TEST(StreamOutput, fullDiskIsTold) {
+  if (!std::filesystem::exists("/dev/full")) {
+    GTEST_SKIP() << "no device that is always full";
+  }
   int value = 1;
   KwIOCL io;
   io.OpenM("/dev/full", "w");
@@ -176,6 +183,7 @@ TEST(StreamOutput, fullDiskIsTold) {
               }
             }),
             108);
+  static_cast<void>(thrownBy([&] { io.CloseM(); }));  // may tell of what is left
   io.OpenM("/dev/full", "w");
   io.OutputSM("lost", 0, 0);
   EXPECT_EQ(thrownBy([&] { io.OpenM("/dev/null", "w"); }), 108);

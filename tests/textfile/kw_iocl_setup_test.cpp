@@ -183,7 +183,7 @@ TEST(StreamPosition, endIsSeenByPositionAndByPresentLength) {
   EXPECT_EQ(io.EofM(), 1);
   io.RewindM();
   EXPECT_EQ(io.EofM(), 0);
-  std::filesystem::resize_file(file.name(), 0);
+  std::filesystem::resize_file(zel::test::pathOf(file.name()), 0);
   EXPECT_EQ(io.FinishedReadM(), 1);
   file.feed(io, "1\n2\n");
   EXPECT_EQ(io.SkipSomeLinesM(INT_MAX), 1);

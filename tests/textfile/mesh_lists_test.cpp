@@ -2,13 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
 #include <string>
 
 #include "list_files.h"
 #include "mesh_samples.h"
 #include "plain_file.h"
+#include "support/pipe_file.h"
 
 namespace {
 
@@ -205,14 +204,8 @@ TEST(PlainLists, pipesAreReadToo) {
   }
   const PlainFile file;
   faces.FmWriteTriangleLstToFileM(file);
-  std::fflush(file);
-  const std::string command = "cat /proc/" + std::to_string(getpid()) + "/fd/" +
-                              std::to_string(fileno(static_cast<FILE*>(file)));
-  FILE* pipe = popen(command.c_str(), "r");
-  ASSERT_NE(pipe, nullptr);
   TriangleArr read;
-  read.FmReadTriangleLstM(pipe);
-  EXPECT_EQ(pclose(pipe), 0);
+  read.FmReadTriangleLstM(zel::test::PipeFile(file.text()));
   EXPECT_EQ(read.GetBoundM(), kFaces);
   EXPECT_EQ(read.GetAvailableNumM(), kFaces);
   EXPECT_EQ(static_cast<const TriangleArr&>(read).ElementAtM(kFaces - 1).record().corners[0],

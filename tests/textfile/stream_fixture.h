@@ -26,7 +26,7 @@ inline int thrownBy(const std::function<void()>& work) {
 class StreamFile {
  public:
   StreamFile() {
-    const auto folder = dir_.path() / "Мои файлы é 模型";
+    const auto folder = dir_.path() / u8"Мои файлы é 模型";
     std::filesystem::create_directory(folder);
     name_ = (folder / "list 1.zel").string();
   }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <filesystem>
 #include <random>
 #include <string>
 #include <type_traits>
@@ -189,6 +190,9 @@ TEST(ValueLists, failureKeepsWhatWasReadAndTheLineSetting) {
   KwIOCL closed;
   EXPECT_EQ(thrownBy([&] { ints.FmInputZelLstM(&closed); }), 107);
   EXPECT_EQ(thrownBy([&] { ints.FmOutputZelLstM(&closed, "l"); }), 108);
+  if (!std::filesystem::exists("/dev/full")) {
+    GTEST_SKIP() << "no device that is always full";
+  }
   io.OpenM("/dev/full", "w");
   for (int i = 0; i < 1000; ++i) {
     ints.AddItemM(i);

@@ -1,8 +1,8 @@
-#define NOMINMAX
 #include <windows.h>
 
 #include <mmsystem.h>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -29,6 +29,9 @@ std::wstring programTitle() {
   const std::size_t nameStart = path.find_last_of(L'\\') + 1;
   return path.substr(nameStart, path.find_last_of(L'.') - nameStart);
 }
+
+// The system gives bytes without a meaning code points of private use.
+bool isPrivate(wchar_t unit) { return unit >= 0xE000 && unit <= 0xF8FF; }
 
 bool isDirectory(DWORD attributes) { return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0; }
 
@@ -112,7 +115,8 @@ bool Platform::copyFile(const char* source, const char* target) {
 std::uint32_t Platform::presentDrives() { return GetLogicalDrives(); }
 
 std::string utf8FromGbk(std::string_view gbk) {
-  const std::wstring wide = wideText(gbk, kGbkCodePage);
+  std::wstring wide = wideText(gbk, kGbkCodePage);
+  std::replace_if(wide.begin(), wide.end(), isPrivate, L'?');
   const int units = static_cast<int>(wide.size());
   const int length =
       WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "zel/core/detail/platform_stream.h"
+
 namespace zel {
 namespace {
 
@@ -19,11 +21,11 @@ bool readExactly(std::FILE* file, void* target, std::int64_t count) {
 
 /// @return the length of the file, whose position goes back to its start; -1 when it has none.
 std::int64_t lengthOf(std::FILE* file) {
-  if (std::fseek(file, 0, SEEK_END) != 0) {
+  if (seek(file, 0, SEEK_END) != 0) {
     return -1;
   }
-  const std::int64_t length = std::ftell(file);
-  return std::fseek(file, 0, SEEK_SET) == 0 ? length : -1;
+  const std::int64_t length = tell(file);
+  return seek(file, 0, SEEK_SET) == 0 ? length : -1;
 }
 
 /// Bytes of the pixels where the header leaves them out.

@@ -23,7 +23,7 @@ int printFields(FILE* file, const char* format, Value... values) {
     return 0;
   }
   const zel::CLocaleScope neutral;
-  return std::fprintf(file, format, values...) >= 0 ? 1 : 0;
+  return zel::print(file, format, values...) ? 1 : 0;
 }
 
 double wide(float value) { return static_cast<double>(value); }

@@ -49,17 +49,17 @@ int promoted(int value) { return value; }
 double promoted(float value) { return static_cast<double>(value); }
 
 template <class T>
-int printTuple(FILE* file, const char* format, const T* v, int count) {
+bool printTuple(FILE* file, const char* format, const T* v, int count) {
   switch (count) {
     case 1:
-      return std::fprintf(file, format, promoted(v[0]));
+      return zel::print(file, format, promoted(v[0]));
     case 2:
-      return std::fprintf(file, format, promoted(v[0]), promoted(v[1]));
+      return zel::print(file, format, promoted(v[0]), promoted(v[1]));
     case 3:
-      return std::fprintf(file, format, promoted(v[0]), promoted(v[1]), promoted(v[2]));
+      return zel::print(file, format, promoted(v[0]), promoted(v[1]), promoted(v[2]));
     default:
-      return std::fprintf(file, format, promoted(v[0]), promoted(v[1]), promoted(v[2]),
-                          promoted(v[3]));
+      return zel::print(file, format, promoted(v[0]), promoted(v[1]), promoted(v[2]),
+                        promoted(v[3]));
   }
 }
 
@@ -86,9 +86,9 @@ int KwIOCL::outputNine(int slot, const T* const (&values)[N]) {
     const zel::CLocaleScope neutral;
     char format[3 * kFormatSize];
     zel::copyText(format + zel::copyEscaped(format, separator_), fmts_[slot]);
-    require(printTuple(file, fmts_[slot], values[0], 1) >= 0);
+    require(printTuple(file, fmts_[slot], values[0], 1));
     for (const T* value : std::span(values).subspan(1)) {
-      require(value == nullptr || printTuple(file, format, value, 1) >= 0);
+      require(value == nullptr || printTuple(file, format, value, 1));
     }
     endLine(file);
     return 1;
@@ -115,7 +115,7 @@ int KwIOCL::outputTuple(int slot, const T* values, int count) {
   }
   if (!isDefaultFmt_[slot]) {
     const zel::CLocaleScope neutral;
-    require(printTuple(file, fmts_[slot], values, count) >= 0);
+    require(printTuple(file, fmts_[slot], values, count));
     endLine(file);
     return 1;
   }
@@ -149,7 +149,7 @@ int KwIOCL::outputText(const char* format, std::string_view text) {
   FILE* file = writable();
   if (format != nullptr) {
     const zel::CLocaleScope neutral;
-    require(std::fprintf(file, format, text.data()) >= 0);
+    require(zel::print(file, format, text.data()));
     endLine(file);
     return 1;
   }

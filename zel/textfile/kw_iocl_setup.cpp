@@ -55,7 +55,7 @@ void KwIOCL::Handle::adopt(FILE* file) {
 bool KwIOCL::Handle::close() noexcept {
   bool flushed = true;
   if (isOwner_ && *shared_ != nullptr) {
-    flushed = std::fclose(*shared_) == 0;
+    flushed = zel::flushAndClose(*shared_);
     *shared_ = nullptr;
   }
   shared_.reset();

@@ -21,7 +21,7 @@ int TextScanner::refill() {
   if (file_ == nullptr) {
     return EOF;
   }
-  if (lookAhead_ == LookAhead::kLine) {
+  if (lookAhead_ == LookAhead::kLine && canTakeLineBack(file_, sizeof buffer_ - 1)) {
     readLine();
   } else {
     const int c = readChar(file_);
@@ -49,15 +49,6 @@ void TextScanner::readLine() {
     end_ = feed + 1;
   } else {
     end_ = feed - 1;
-  }
-}
-
-void TextScanner::giveBack() {
-  if (end_ - at_ > 1 && seek(file_, at_ - end_, SEEK_CUR) == 0) {
-    return;
-  }
-  while (end_ != at_) {
-    std::ungetc(static_cast<unsigned char>(*--end_), file_);
   }
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "zel/core/detail/file_name.h"
+#include "zel/core/detail/platform_stream.h"
 #include "zel/core/platform.h"
 
 namespace zel {
@@ -35,7 +36,7 @@ class WritableMeanwhile {
 /// Writes everything and closes. False when any of it failed.
 bool writeAndClose(std::FILE* file, const char* bytes, std::size_t count) {
   const bool isWritten = std::fwrite(bytes, 1, count, file) == count;
-  return std::fclose(file) == 0 && isWritten;
+  return flushAndClose(file) && isWritten;
 }
 
 /// Creates a file beside `name` that did not exist. @param[out] beside its name.
@@ -43,7 +44,7 @@ std::FILE* createBeside(const std::string& name, std::string& beside) {
   constexpr int kTries = 100;
   for (int i = 0; i < kTries; ++i) {
     beside = name + ".new" + std::to_string(i);
-    if (std::FILE* file = std::fopen(beside.c_str(), "wbx")) {
+    if (std::FILE* file = createFile(beside)) {
       return file;
     }
   }
@@ -59,8 +60,8 @@ bool saveDirectly(const std::string& name, const char* bytes, std::size_t count)
 
 WholeFileReader::WholeFileReader(const char* path)
     : file_(std::fopen(presentFileName(path).c_str(), "rb")) {
-  if (file_ != nullptr && std::fseek(file_.get(), 0, SEEK_END) == 0) {
-    const long size = std::ftell(file_.get());
+  if (file_ != nullptr && seek(file_.get(), 0, SEEK_END) == 0) {
+    const std::int64_t size = tell(file_.get());
     // A directory, where it can be opened at all, claims the largest size there is.
     size_ = size <= std::numeric_limits<std::int32_t>::max() ? size : -1;
     std::rewind(file_.get());

@@ -1,8 +1,9 @@
 #pragma once
 
 /// @file
-/// File names as the system takes them, and moving a file.
+/// File names as the system takes them, and what replacing a file needs.
 
+#include <cstdio>
 #include <string>
 
 namespace zel {
@@ -21,7 +22,10 @@ struct FileToReplace {
 };
 [[nodiscard]] FileToReplace fileToReplace(const std::string& name);
 
-/// Gives `target` the permissions of `source`, as far as the system has any beside read-only.
+/// Creates a file for writing bytes. @return null when it could not, or when there is one already.
+[[nodiscard]] std::FILE* createFile(const std::string& name);
+
+/// Gives `target` the permissions and attributes of `source`; nothing happens without a `source`.
 void copyPermissions(const std::string& source, const std::string& target);
 
 /// Moves a file over another one in the same directory. @return false when it could not be moved.

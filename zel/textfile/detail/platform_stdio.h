@@ -3,40 +3,42 @@
 /// @file
 /// What stdio offers under different names on different systems.
 
+#include <locale.h>
+
 #include <cstdint>
 #include <cstdio>
-
-#if defined(_WIN32)
-#include <locale.h>
-
 #include <string>
-#else
-#include <locale.h>
-#endif
+#include <string_view>
+
+#include "zel/core/detail/platform_stream.h"
 
 namespace zel {
 
 // A stream is used by one thread at a time, so characters are read without its lock.
 #if defined(_WIN32)
 inline int readChar(FILE* file) { return _getc_nolock(file); }
-inline std::int64_t tell(FILE* file) { return _ftelli64(file); }
-inline int seek(FILE* file, std::int64_t offset, int origin) {
-  return _fseeki64(file, offset, origin);
-}
 #else
 inline int readChar(FILE* file) { return getc_unlocked(file); }
-inline std::int64_t tell(FILE* file) { return ftello(file); }
-inline int seek(FILE* file, std::int64_t offset, int origin) {
-  return fseeko(file, static_cast<off_t>(offset), origin);
-}
 #endif
 
-/// Opens a file, its name taken as presentFileName() has it; a directory is refused.
+/// Opens a file, its name taken as presentFileName() has it; a directory is refused. Line ends are
+/// never translated, so that files are the same on every system.
 /// @return null on failure.
 FILE* openStream(const char* name, const char* mode);
 
+#if defined(_WIN32)
+/// @return whether the next line, or `size` characters of it, can be read and given back.
+bool canTakeLineBack(FILE* file, std::size_t size);
+#else
+inline bool canTakeLineBack(FILE* /*file*/, std::size_t /*size*/) { return true; }
+#endif
+
+/// Gives characters that were read back to the stream.
+void giveBack(FILE* file, std::string_view text);
+
 /// @return the bytes between the position and the end of the file, not below 0; the largest
-///         number for a stream that has no length (a pipe).
+///         number for a stream that has no length (a pipe). A stream that translates line ends does
+///         not know its position: there it is the length of the whole file.
 std::int64_t bytesLeft(FILE* file);
 
 /// The calling thread has the "C" locale while such an object lives.

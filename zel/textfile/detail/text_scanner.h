@@ -8,6 +8,8 @@
 #include <cstdio>
 #include <string_view>
 
+#include "zel/textfile/detail/platform_stdio.h"
+
 namespace zel {
 
 /// How far a TextScanner may look ahead.
@@ -20,13 +22,14 @@ enum class LookAhead {
 /// back, so that the stream stands right behind what was taken. A null stream is an empty one.
 ///
 /// Looking ahead by lines is several times faster. Giving back more than a character then costs a
-/// seek, or is left to `ungetc` where the stream cannot seek.
+/// seek, or is left to `ungetc` where the stream cannot seek. Where neither would do, one character
+/// is looked at whatever was asked for.
 class TextScanner {
  public:
   TextScanner(FILE* file, LookAhead lookAhead) : file_(file), lookAhead_(lookAhead) {}
   ~TextScanner() {
     if (at_ != end_) {
-      giveBack();
+      giveBack(file_, {at_, static_cast<std::size_t>(end_ - at_)});
     }
   }
   TextScanner(const TextScanner&) = delete;
@@ -85,7 +88,6 @@ class TextScanner {
   }
   int refill();
   void readLine();
-  void giveBack();
   bool takeSign();
   bool takeLetters(std::string_view lowerCase);
   bool namedReal(float& value);

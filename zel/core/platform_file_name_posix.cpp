@@ -1,38 +1,13 @@
-#include "zel/core/detail/file_name.h"
-
-#include <algorithm>
-#include <cstdio>
-
-#if defined(_WIN32)
-#define NOMINMAX
-#include <windows.h>
-#else
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
-#endif
+
+#include "zel/core/detail/file_name.h"
 
 namespace zel {
-
-#if defined(_WIN32)
-
-std::string presentFileName(const char* name) { return name == nullptr ? "" : name; }
-
-FileToReplace fileToReplace(const std::string& name) {
-  const DWORD attributes = GetFileAttributesA(name.c_str());
-  const DWORD special = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE;
-  return {name, attributes == INVALID_FILE_ATTRIBUTES || (attributes & special) == 0};
-}
-
-void copyPermissions(const std::string& /*source*/, const std::string& /*target*/) {}
-
-bool moveFileOver(const std::string& source, const std::string& target) {
-  return MoveFileExA(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
-}
-
-#else
 
 std::string presentFileName(const char* name) {
   std::string path = name == nullptr ? "" : name;
@@ -53,6 +28,8 @@ FileToReplace fileToReplace(const std::string& name) {
   return {real == nullptr ? name : real.get(), S_ISREG(status.st_mode)};
 }
 
+std::FILE* createFile(const std::string& name) { return std::fopen(name.c_str(), "wbx"); }
+
 void copyPermissions(const std::string& source, const std::string& target) {
   struct stat status {};
   if (stat(source.c_str(), &status) == 0) {
@@ -63,7 +40,5 @@ void copyPermissions(const std::string& source, const std::string& target) {
 bool moveFileOver(const std::string& source, const std::string& target) {
   return std::rename(source.c_str(), target.c_str()) == 0;
 }
-
-#endif
 
 }  // namespace zel

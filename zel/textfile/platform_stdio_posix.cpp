@@ -1,5 +1,3 @@
-#include "zel/textfile/detail/platform_stdio.h"
-
 #include <sys/stat.h>
 #include <sys/types.h>
 
@@ -8,37 +6,9 @@
 #include <memory>
 
 #include "zel/core/detail/file_name.h"
-
-#if defined(_WIN32)
-#include <io.h>
-#endif
+#include "zel/textfile/detail/platform_stdio.h"
 
 namespace zel {
-
-#if defined(_WIN32)
-
-FILE* openStream(const char* name, const char* mode) { return std::fopen(name, mode); }
-
-std::int64_t bytesLeft(FILE* file) {
-  const std::int64_t length = _filelengthi64(_fileno(file));
-  const std::int64_t position = tell(file);
-  return length < 0 || position < 0 ? std::numeric_limits<std::int64_t>::max()
-                                    : std::max<std::int64_t>(length - position, 0);
-}
-
-CLocaleScope::CLocaleScope()
-    : threadSetting_(_configthreadlocale(_ENABLE_PER_THREAD_LOCALE)),
-      previous_(setlocale(LC_ALL, nullptr)) {
-  setlocale(LC_ALL, "C");
-}
-
-CLocaleScope::~CLocaleScope() {
-  setlocale(LC_ALL, previous_.c_str());
-  _configthreadlocale(threadSetting_);
-}
-
-#else
-
 namespace {
 
 struct FileCloser {
@@ -56,6 +26,15 @@ FILE* openStream(const char* name, const char* mode) {
   return file.release();
 }
 
+void giveBack(FILE* file, std::string_view text) {
+  if (text.size() > 1 && seek(file, -static_cast<std::int64_t>(text.size()), SEEK_CUR) == 0) {
+    return;
+  }
+  for (; !text.empty(); text.remove_suffix(1)) {
+    std::ungetc(static_cast<unsigned char>(text.back()), file);
+  }
+}
+
 std::int64_t bytesLeft(FILE* file) {
   struct stat status {};
   const std::int64_t position = tell(file);
@@ -71,7 +50,5 @@ CLocaleScope::CLocaleScope() {
 }
 
 CLocaleScope::~CLocaleScope() { uselocale(previous_); }
-
-#endif
 
 }  // namespace zel

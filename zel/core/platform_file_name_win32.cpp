@@ -1,0 +1,61 @@
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+
+#include <vector>
+
+#include "zel/core/detail/file_name.h"
+
+namespace zel {
+namespace {
+
+/// "NUL", "COM1" and their like, which have attributes and a name beside them as files do.
+bool isDevice(const std::string& name) {
+  char full[MAX_PATH];
+  const DWORD length = GetFullPathNameA(name.c_str(), MAX_PATH, full, nullptr);
+  return length < MAX_PATH && std::string(full, length).rfind("\\\\.\\", 0) == 0;
+}
+
+// Who may do what with the file.
+void copyAccessList(const std::string& source, const std::string& target) {
+  DWORD size = 0;
+  GetFileSecurityA(source.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+  std::vector<std::byte> list(size);
+  if (GetFileSecurityA(source.c_str(), DACL_SECURITY_INFORMATION, list.data(), size, &size) != 0) {
+    SetFileSecurityA(target.c_str(), DACL_SECURITY_INFORMATION, list.data());
+  }
+}
+
+}  // namespace
+
+std::string presentFileName(const char* name) { return name == nullptr ? "" : name; }
+
+FileToReplace fileToReplace(const std::string& name) {
+  const DWORD attributes = GetFileAttributesA(name.c_str());
+  const DWORD special = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+  const bool isThere = attributes != INVALID_FILE_ATTRIBUTES;
+  return {name, !isDevice(name) && !(isThere && (attributes & special) != 0)};
+}
+
+// The system's oldest C library overlooks an 'x' in the mode of fopen().
+std::FILE* createFile(const std::string& name) {
+  const int file =
+      _open(name.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY, _S_IREAD | _S_IWRITE);
+  return file < 0 ? nullptr : _fdopen(file, "wb");
+}
+
+void copyPermissions(const std::string& source, const std::string& target) {
+  const DWORD attributes = GetFileAttributesA(source.c_str());
+  if (attributes != INVALID_FILE_ATTRIBUTES) {
+    copyAccessList(source, target);
+    SetFileAttributesA(target.c_str(), attributes);
+  }
+}
+
+bool moveFileOver(const std::string& source, const std::string& target) {
+  return MoveFileExA(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+}
+
+}  // namespace zel
