@@ -25,7 +25,7 @@ TEST(WindowsClock, ticksAndSleepFollowTheSystem) {
   const std::uint32_t start = system.tickCount();
   EXPECT_LE(start - before, GetTickCount() - before);
   system.sleep(50);
-  EXPECT_GE(slGetSystemTimeAndElapse(start), 40U);  // the ticks are about 16 ms apart
+  EXPECT_GE(slGetSystemTimeAndElapse(start), 30U);  // the ticks are about 16 ms apart
 }
 
 TEST(WindowsClock, timeIsUniversal) {

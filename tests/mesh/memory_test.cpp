@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <limits>
 #include <new>
 
 #include "support/meshes.h"
@@ -13,7 +14,7 @@
 
 namespace {
 
-constexpr long kNoLimit = 1L << 60;
+constexpr long kNoLimit = std::numeric_limits<long>::max();
 long requestsLeft = kNoLimit;   // of the heap, before it refuses one
 bool isRefusingForGood = true;  // and then all others, too
 std::size_t bytesAllotted = 0;  // by requests since a test last set it

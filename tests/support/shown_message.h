@@ -8,7 +8,6 @@
 #if defined(_WIN32)
 #include <windows.h>
 
-#include <filesystem>
 #include <thread>
 #endif
 
@@ -18,15 +17,16 @@ namespace zel::test {
 
 constexpr int kMessageText = 0xFFFF;  // the control of a message box that holds its text
 
-/// @return the message box of this program, once it shows its text; null after ten seconds.
+/// @return the message box of this process, once it shows its text; null after ten seconds.
 inline HWND messageBox() {
-  wchar_t program[MAX_PATH];
-  GetModuleFileNameW(nullptr, program, MAX_PATH);
-  const std::wstring title = std::filesystem::path(program).stem().wstring();
   for (int i = 0; i < 1000; ++i) {
-    const HWND box = FindWindowW(L"#32770", title.c_str());
-    if (box != nullptr && IsWindowVisible(box) != 0) {
-      return box;
+    HWND box = nullptr;
+    while ((box = FindWindowExW(nullptr, box, L"#32770", nullptr)) != nullptr) {
+      DWORD owner = 0;
+      GetWindowThreadProcessId(box, &owner);
+      if (owner == GetCurrentProcessId() && IsWindowVisible(box) != 0) {
+        return box;
+      }
     }
     Sleep(10);
   }
