@@ -63,6 +63,18 @@ TEST(Render, writesToStandardOutputAndNothingElseThere) {
   EXPECT_EQ(picture.at(20, 15)[3], 255);
 }
 
+TEST(Render, neverReplacesWhatItDrawsFrom) {
+  const TempDir dir;
+  const std::string mesh = dir.file("a.obj");
+  const std::string texture = dir.file("a.bmp");
+  writeFile(mesh, tetrahedronObj());
+  writeFile(texture, "BM");
+  EXPECT_EQ(runProgram({"render", mesh, "-o", dir.file("./a.obj")}).exitCode, 2);
+  EXPECT_EQ(runProgram({"render", mesh, "-o", texture, "--texture", texture}).exitCode, 2);
+  EXPECT_EQ(readFile(mesh), tetrahedronObj());
+  EXPECT_EQ(readFile(texture), "BM");
+}
+
 TEST(Render, refusesWhatItCannotDraw) {
   const TempDir dir;
   const std::string mesh = dir.file("a.obj");

@@ -1,6 +1,5 @@
 #include "tools/zel/mesh_transfer.h"
 
-#include <filesystem>
 #include <optional>
 
 #include "tools/zel/failure.h"
@@ -8,23 +7,6 @@
 #include "tools/zel/output_file.h"
 
 namespace zel::program {
-
-namespace {
-
-/// Whether what is written to one file would replace the other. Devices are not replaced.
-bool isSameFile(const std::string& a, const std::string& b) {
-  namespace fs = std::filesystem;
-  std::error_code error;
-  if (a == "-" || b == "-" || (fs::exists(a, error) && !fs::is_regular_file(a, error))) {
-    return false;
-  }
-  const auto placeOf = [&](const std::string& name) {
-    return fs::weakly_canonical(fs::absolute(name, error), error);
-  };
-  return placeOf(a) == placeOf(b);
-}
-
-}  // namespace
 
 void MeshTransfer::declare(CLI::App& app) {
   app.add_option("input", input_, "Mesh file, or - for standard input")->required();

@@ -113,4 +113,16 @@ void OutputFile::copyTo(const FileDescriptor& target) const {
   } while (got > 0);
 }
 
+bool isSameFile(const std::string& a, const std::string& b) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  if (a == "-" || b == "-" || (fs::exists(a, error) && !fs::is_regular_file(a, error))) {
+    return false;
+  }
+  const auto placeOf = [&](const std::string& name) {
+    return fs::weakly_canonical(fs::absolute(name, error), error);
+  };
+  return placeOf(a) == placeOf(b);
+}
+
 }  // namespace zel::program

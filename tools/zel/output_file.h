@@ -41,4 +41,7 @@ class OutputFile {
   std::optional<TemporaryFile> content_;
 };
 
+/// Whether what is written to one file would replace the other. Devices are not replaced.
+[[nodiscard]] bool isSameFile(const std::string& a, const std::string& b);
+
 }  // namespace zel::program

@@ -6,6 +6,7 @@
 #include "tools/zel/failure.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
+#include "tools/zel/output_file.h"
 #include "tools/zel/picture_file.h"
 #include "tools/zel/view_options.h"
 
@@ -37,6 +38,9 @@ class RenderCommand : public Command {
 
   ExitCode run(const Console& console) override {
     return guarded(file_, console, [&] {
+      if (isSameFile(output_, file_) || isSameFile(output_, viewOptions_.textureFile())) {
+        throw Failure(ExitCode::kUsage, output_, "wrong usage", "the picture is drawn from this");
+      }
       const view::TextureImage texture = viewOptions_.texture();
       const std::unique_ptr<view::SceneMesh> scene = sceneOf(readMesh(file_, from_, console));
       const view::DrawOptions options = viewOptions_.drawOptions();

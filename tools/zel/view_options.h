@@ -21,6 +21,8 @@ struct ViewOptions {
 
   /// @throws Failure (code 3) when the texture cannot be read.
   [[nodiscard]] view::TextureImage texture() const;
+  /// Empty: none was named.
+  [[nodiscard]] const std::string& textureFile() const { return textureFile_; }
   [[nodiscard]] view::DrawOptions drawOptions() const;
   [[nodiscard]] view::UpAxis upAxis() const {
     return up_ == "z" ? view::UpAxis::kZ : view::UpAxis::kY;
