@@ -3,175 +3,193 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 #include <utility>
 
 namespace zel::program {
 
 namespace {
 
-PlaneBox boxOf(const PlaneTriangle& triangle) {
-  PlaneBox box{triangle[0], triangle[0]};
-  for (const PlanePoint& corner : triangle) {
-    for (std::size_t axis = 0; axis < 2; ++axis) {
-      box.low[axis] = std::min(box.low[axis], corner[axis]);
-      box.high[axis] = std::max(box.high[axis], corner[axis]);
-    }
-  }
-  return box;
-}
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-double sizeOf(const PlaneTriangle& triangle) { return std::sqrt(std::fabs(signedArea(triangle))); }
+/// Part of a layout: a run of triangles and what is known of them together.
+struct Branch {
+  std::size_t first;
+  std::size_t count;
+  std::size_t parent;
+  std::size_t clear;  // triangles not known to overlap another
+  std::size_t left = kNone;
+  std::size_t right = kNone;
+  std::size_t firstCorner = 0;  // of the hull
+  std::size_t cornerCount = 0;
+  PlaneBox box{};
+  double depth = 0.0;  // overlaps no thicker than this count for none of its triangles
 
-/// By how much the two shadows on the normal of an edge overlap.
-double shadowOverlap(const PlanePoint& from, const PlanePoint& to, const PlaneTriangle& a,
-                     const PlaneTriangle& b) {
-  const double x = from[1] - to[1];
-  const double y = to[0] - from[0];
-  const double length = std::hypot(x, y);
-  if (!(length > 0.0)) {
-    return std::numeric_limits<double>::infinity();
-  }
-  const auto shadow = [&](const PlaneTriangle& triangle) {
-    std::array<double, 3> places{};
-    std::transform(triangle.begin(), triangle.end(), places.begin(),
-                   [&](const PlanePoint& p) { return (p[0] * x + p[1] * y) / length; });
-    const auto [low, high] = std::minmax_element(places.begin(), places.end());
-    return std::array<double, 2>{*low, *high};
-  };
-  const auto [lowA, highA] = shadow(a);
-  const auto [lowB, highB] = shadow(b);
-  return std::min(highA, highB) - std::max(lowA, lowB);
-}
-
-/// The triangles seen so far whose boxes touch one cell: first those that, when last looked at,
-/// were not known to overlap another.
-struct Cell {
-  std::vector<std::size_t> members;
-  std::size_t free = 0;
+  [[nodiscard]] bool isLeaf() const { return left == kNone; }
 };
 
-/// Triangles by the cells of a regular grid that their boxes touch.
-class CellGrid {
+bool meet(const PlaneBox& a, const PlaneBox& b) {
+  return a.low[0] < b.high[0] && b.low[0] < a.high[0] && a.low[1] < b.high[1] &&
+         b.low[1] < a.high[1];
+}
+
+/// A binary tree of parts bounded by convex hulls. Neighbouring parts of a flat layout touch
+/// without a common area, even the sectors of a fan of needles, so that no pair across them has to
+/// be looked at.
+class OverlapTree {
  public:
-  explicit CellGrid(const std::vector<PlaneTriangle>& triangles) : box_(program::boxOf(triangles)) {
-    double size = 0.0;
-    for (const PlaneTriangle& triangle : triangles) {
-      const PlaneBox box = boxOf(triangle);
-      size += box.high[0] - box.low[0] + box.high[1] - box.low[1];
-    }
-    const double width = box_.high[0] - box_.low[0];
-    const double height = box_.high[1] - box_.low[1];
-    // Cells as large as the average triangle, but never many more than triangles.
-    const double count = static_cast<double>(triangles.size());
-    cell_ = std::max({size / (2.0 * count), std::sqrt(width * height / (4.0 * count)),
-                      std::max(width, height) / kMostColumns, 1e-30});
-    columns_ = static_cast<std::size_t>(width / cell_) + 1;
-    rows_ = static_cast<std::size_t>(height / cell_) + 1;
-    cells_.resize(columns_ * rows_);
+  /// @param triangles finite and with an area each.
+  explicit OverlapTree(std::vector<PlaneTriangle> triangles)
+      : triangles_(std::move(triangles)),
+        isCovered_(triangles_.size(), false),
+        leaves_(triangles_.size()) {
+    grow(0, triangles_.size(), kNone);
   }
 
-  /// Visits the cells of a triangle's box.
-  template <class Visit>
-  void forEachCell(const PlaneTriangle& triangle, Visit visit) {
-    const PlaneBox box = boxOf(triangle);
-    const std::size_t lastColumn = column(box.high[0]);
-    const std::size_t lastRow = row(box.high[1]);
-    for (std::size_t r = row(box.low[1]); r <= lastRow; ++r) {
-      for (std::size_t c = column(box.low[0]); c <= lastColumn; ++c) {
-        visit(cells_[r * columns_ + c]);
+  int countCovered() {
+    coverWithin(0);
+    return static_cast<int>(std::count(isCovered_.begin(), isCovered_.end(), true));
+  }
+
+ private:
+  static constexpr std::size_t kLeafSize = 4;
+
+  std::size_t grow(std::size_t first, std::size_t count, std::size_t parent) {
+    const std::size_t self = branches_.size();
+    branches_.push_back({first, count, parent, count});
+    std::vector<PlanePoint> points;
+    if (count <= kLeafSize) {
+      std::fill_n(leaves_.begin() + static_cast<std::ptrdiff_t>(first), count, self);
+      branches_[self].depth = leastOverlap(triangles_[first]);
+      for (std::size_t i = first; i < first + count; ++i) {
+        branches_[self].depth = std::min(branches_[self].depth, leastOverlap(triangles_[i]));
+        points.insert(points.end(), triangles_[i].begin(), triangles_[i].end());
+      }
+    } else {
+      split(first, count);
+      const std::size_t left = grow(first, count / 2, self);
+      const std::size_t right = grow(first + count / 2, count - count / 2, self);
+      branches_[self].left = left;
+      branches_[self].right = right;
+      branches_[self].depth = std::min(branches_[left].depth, branches_[right].depth);
+      for (const std::size_t child : {left, right}) {
+        const ConvexPolygon hull = hullOf(branches_[child]);
+        points.insert(points.end(), hull.begin(), hull.end());
+      }
+    }
+    bound(branches_[self], convexHull(std::move(points)));
+    return self;
+  }
+
+  /// Puts the half with the lower centres, along the longer side, first.
+  void split(std::size_t first, std::size_t count) {
+    const auto begin = triangles_.begin() + static_cast<std::ptrdiff_t>(first);
+    const auto end = begin + static_cast<std::ptrdiff_t>(count);
+    const auto centre = [](const PlaneTriangle& triangle, std::size_t axis) {
+      return triangle[0][axis] + triangle[1][axis] + triangle[2][axis];
+    };
+    PlanePoint low{centre(*begin, 0), centre(*begin, 1)};
+    PlanePoint high = low;
+    for (auto at = begin; at != end; ++at) {
+      for (std::size_t axis = 0; axis < 2; ++axis) {
+        low[axis] = std::min(low[axis], centre(*at, axis));
+        high[axis] = std::max(high[axis], centre(*at, axis));
+      }
+    }
+    const std::size_t axis = high[1] - low[1] > high[0] - low[0] ? 1 : 0;
+    std::nth_element(begin, begin + static_cast<std::ptrdiff_t>(count / 2), end,
+                     [&](const PlaneTriangle& a, const PlaneTriangle& b) {
+                       return centre(a, axis) < centre(b, axis);
+                     });
+  }
+
+  void bound(Branch& branch, const std::vector<PlanePoint>& hull) {
+    branch.firstCorner = corners_.size();
+    branch.cornerCount = hull.size();
+    corners_.insert(corners_.end(), hull.begin(), hull.end());
+    branch.box = {hull.front(), hull.front()};
+    for (const PlanePoint& corner : hull) {
+      for (std::size_t axis = 0; axis < 2; ++axis) {
+        branch.box.low[axis] = std::min(branch.box.low[axis], corner[axis]);
+        branch.box.high[axis] = std::max(branch.box.high[axis], corner[axis]);
       }
     }
   }
 
- private:
-  static constexpr double kMostColumns = 4000.0;
-
-  [[nodiscard]] std::size_t column(double x) const {
-    return std::min(static_cast<std::size_t>(std::max(x - box_.low[0], 0.0) / cell_), columns_ - 1);
-  }
-  [[nodiscard]] std::size_t row(double y) const {
-    return std::min(static_cast<std::size_t>(std::max(y - box_.low[1], 0.0) / cell_), rows_ - 1);
+  [[nodiscard]] ConvexPolygon hullOf(const Branch& branch) const {
+    return {corners_.data() + branch.firstCorner, branch.cornerCount};
   }
 
-  PlaneBox box_;
-  double cell_ = 1.0;
-  std::size_t columns_ = 1;
-  std::size_t rows_ = 1;
-  std::vector<Cell> cells_;
+  /// Looks at the pairs within a branch.
+  void coverWithin(std::size_t self) {
+    const Branch& branch = branches_[self];
+    if (!branch.isLeaf()) {
+      coverWithin(branch.left);
+      coverWithin(branch.right);
+      coverAcross(branch.left, branch.right);
+      return;
+    }
+    for (std::size_t i = branch.first; i < branch.first + branch.count; ++i) {
+      for (std::size_t j = branch.first; j < i; ++j) {
+        coverPair(i, j);
+      }
+    }
+  }
+
+  /// Looks at the pairs between two branches. Where all triangles of both are known to overlap
+  /// others nothing is left to learn: many layers in one place cost no more than two.
+  void coverAcross(std::size_t a, std::size_t b) {
+    const Branch& one = branches_[a];
+    const Branch& other = branches_[b];
+    if (one.clear + other.clear == 0 || !meet(one.box, other.box) ||
+        areApart(hullOf(one), hullOf(other), std::min(one.depth, other.depth))) {
+      return;
+    }
+    if (!one.isLeaf() && (other.isLeaf() || one.count >= other.count)) {
+      coverAcross(one.left, b);
+      coverAcross(one.right, b);
+    } else if (!other.isLeaf()) {
+      coverAcross(a, other.left);
+      coverAcross(a, other.right);
+    } else {
+      for (std::size_t i = one.first; i < one.first + one.count; ++i) {
+        for (std::size_t j = other.first; j < other.first + other.count; ++j) {
+          coverPair(i, j);
+        }
+      }
+    }
+  }
+
+  void coverPair(std::size_t i, std::size_t j) {
+    if ((!isCovered_[i] || !isCovered_[j]) && overlap(triangles_[i], triangles_[j])) {
+      cover(i);
+      cover(j);
+    }
+  }
+
+  void cover(std::size_t i) {
+    if (!isCovered_[i]) {
+      isCovered_[i] = true;
+      for (std::size_t at = leaves_[i]; at != kNone; at = branches_[at].parent) {
+        --branches_[at].clear;
+      }
+    }
+  }
+
+  std::vector<PlaneTriangle> triangles_;
+  std::vector<bool> isCovered_;
+  std::vector<std::size_t> leaves_;  // of each triangle
+  std::vector<Branch> branches_;
+  std::vector<PlanePoint> corners_;  // of all hulls
 };
 
 }  // namespace
 
-PlaneBox boxOf(const std::vector<PlaneTriangle>& triangles) {
-  if (triangles.empty()) {
-    return {};
-  }
-  PlaneBox all = boxOf(triangles.front());
-  for (const PlaneTriangle& triangle : triangles) {
-    const PlaneBox box = boxOf(triangle);
-    for (std::size_t axis = 0; axis < 2; ++axis) {
-      all.low[axis] = std::min(all.low[axis], box.low[axis]);
-      all.high[axis] = std::max(all.high[axis], box.high[axis]);
-    }
-  }
-  return all;
-}
-
-double signedArea(const PlaneTriangle& triangle) {
-  const auto& [a, b, c] = triangle;
-  return 0.5 * ((b[0] - a[0]) * (c[1] - a[1]) - (b[1] - a[1]) * (c[0] - a[0]));
-}
-
-bool overlap(const PlaneTriangle& a, const PlaneTriangle& b) {
-  constexpr double kThin = 1e-3;
-  const double least = kThin * std::min(sizeOf(a), sizeOf(b));
-  for (std::size_t k = 0; k < 3; ++k) {
-    const std::size_t l = (k + 1) % 3;
-    if (!(shadowOverlap(a[k], a[l], a, b) > least) || !(shadowOverlap(b[k], b[l], a, b) > least)) {
-      return false;
-    }
-  }
-  return true;
-}
-
-int countOverlapping(const std::vector<PlaneTriangle>& triangles) {
-  if (triangles.empty()) {
-    return 0;
-  }
-  CellGrid grid(triangles);
-  std::vector<bool> isCovered(triangles.size(), false);
-  for (std::size_t i = 0; i < triangles.size(); ++i) {
-    if (signedArea(triangles[i]) == 0.0) {
-      continue;
-    }
-    // A pair needs a look only while one of the two is not known to overlap: many layers in one
-    // place cost no more than two.
-    const auto meets = [&](std::size_t other) {
-      return (!isCovered[i] || !isCovered[other]) && overlap(triangles[i], triangles[other]);
-    };
-    grid.forEachCell(triangles[i], [&](Cell& cell) {
-      for (std::size_t k = 0; k < cell.free;) {
-        const std::size_t other = cell.members[k];
-        if (meets(other)) {
-          isCovered[i] = true;
-          isCovered[other] = true;
-        }
-        if (isCovered[other]) {
-          std::swap(cell.members[k], cell.members[--cell.free]);
-        } else {
-          ++k;
-        }
-      }
-      const auto firstCovered = cell.members.begin() + static_cast<std::ptrdiff_t>(cell.free);
-      isCovered[i] = isCovered[i] || std::any_of(firstCovered, cell.members.end(), meets);
-      cell.members.push_back(i);
-      if (!isCovered[i]) {
-        std::swap(cell.members.back(), cell.members[cell.free++]);
-      }
-    });
-  }
-  return static_cast<int>(std::count(isCovered.begin(), isCovered.end(), true));
+int countOverlapping(std::vector<PlaneTriangle> triangles) {
+  std::erase_if(triangles, [](const PlaneTriangle& triangle) {
+    const double area = signedArea(triangle);
+    return area == 0.0 || !std::isfinite(area);
+  });
+  return triangles.empty() ? 0 : OverlapTree(std::move(triangles)).countCovered();
 }
 
 }  // namespace zel::program

@@ -58,6 +58,14 @@ void turnNormal(FaceRecord<kCount>& face, const float* matrix) {
   slMatrix16MultiVector3(matrix, face.normal);
 }
 
+/// Asks for the memory that renumberCorners() will look at.
+template <int kCount>
+void prefetchCorners(const FaceRecord<kCount>& face, const IntArr& map) {
+  for (const int corner : face.corners) {
+    __builtin_prefetch(&map.ElementAtM(corner));
+  }
+}
+
 template <int kCount>
 void renumberCorners(FaceRecord<kCount>& face, const IntArr& map) {
   for (int& corner : face.corners) {

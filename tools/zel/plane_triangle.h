@@ -1,0 +1,31 @@
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "tools/zel/convex_polygon.h"
+
+namespace zel::program {
+
+using PlaneTriangle = std::array<PlanePoint, 3>;
+
+/// An upright rectangle; (0, 0) to (0, 0) round nothing.
+struct PlaneBox {
+  PlanePoint low{};
+  PlanePoint high{};
+};
+
+[[nodiscard]] PlaneBox boxOf(const std::vector<PlaneTriangle>& triangles);
+
+/// @return the area, negative for a clockwise triangle.
+[[nodiscard]] double signedArea(const PlaneTriangle& triangle);
+
+/// @return how thick the overlap of two triangles has to be to count when the smaller one is
+///         `triangle`: a thousandth of its size.
+[[nodiscard]] double leastOverlap(const PlaneTriangle& triangle);
+
+/// Whether two triangles cover a common area; touching edges and corners, and overlaps thinner
+/// than a thousandth of the smaller triangle's size, do not count.
+[[nodiscard]] bool overlap(const PlaneTriangle& a, const PlaneTriangle& b);
+
+}  // namespace zel::program
