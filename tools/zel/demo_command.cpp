@@ -1,4 +1,5 @@
 #include <chrono>
+#include <cmath>
 #include <filesystem>
 #include <utility>
 
@@ -142,7 +143,7 @@ class DemoCommand : public Command {
     std::string text = "Time in milliseconds\n";
     for (const auto& [what, duration] : times_) {
       constexpr std::size_t kNumberWidth = 8;
-      const std::string number = std::to_string(static_cast<long long>(duration.count() + 0.5));
+      const std::string number = std::to_string(std::llround(duration.count()));
       text += reportRow(
           what, std::string(kNumberWidth - std::min(kNumberWidth, number.size()), ' ') + number);
     }

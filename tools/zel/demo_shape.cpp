@@ -42,7 +42,8 @@ class Tube {
   }
 
   [[nodiscard]] const Vector& at(int ring, int side) const {
-    return points_[static_cast<std::size_t>(ring * sides_ + side % sides_)];
+    return points_[static_cast<std::size_t>(ring) * static_cast<std::size_t>(sides_) +
+                   static_cast<std::size_t>(side % sides_)];
   }
 
  private:

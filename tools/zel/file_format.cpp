@@ -65,13 +65,13 @@ const std::vector<FileFormat>& fileFormats() {
 
 std::string inputFormat(const std::string& file, const std::string& given) {
   if (!given.empty()) {
-    const std::string name = lowerCase(given);
+    std::string name = lowerCase(given);
     if (findFormat(fileFormats(), name) == nullptr) {
       throw Failure(ExitCode::kUsage, "--from " + given, "wrong usage", "no such format");
     }
     return name;
   }
-  const std::string extension = extensionOf(file);
+  std::string extension = extensionOf(file);
   if (findFormat(fileFormats(), extension) == nullptr) {
     throw unreadable(file, "the name tells no known format; name one with --from");
   }
@@ -79,7 +79,7 @@ std::string inputFormat(const std::string& file, const std::string& given) {
 }
 
 std::string outputFormat(const std::string& file, const std::string& given) {
-  const std::string name = given.empty() ? extensionOf(file) : lowerCase(given);
+  std::string name = given.empty() ? extensionOf(file) : lowerCase(given);
   const FileFormat* const format = findFormat(fileFormats(), name);
   if (format != nullptr && format->isWritten) {
     return name;
