@@ -5,7 +5,6 @@
 #include <array>
 #include <cstring>
 #include <random>
-#include <string>
 
 #include "zel/containers/char_arr.h"
 #include "zel/containers/int2d_arr.h"
@@ -29,15 +28,16 @@ struct KindBase {
   static constexpr int kWidth = kComponents;
   static constexpr int kMissWidth = kComponents;  ///< components marked by a read out of range
   static constexpr bool kInsertIsWrite = false;
+  static constexpr bool kWalkSkipsHoles = true;
   static constexpr bool kLastIsIndex = false;  ///< there is a GetLastM() that gives the index
 };
 
 template <int kComponents>
 struct IntKind : KindBase<int, kComponents> {
   static constexpr int kMark = kIntMark;
+  static constexpr bool kLastIsIndex = true;
   static bool countsOver(int old) { return old == kMark; }
-  static bool walked(int first) { return first > kMark; }
-  static bool deletable(int first) { return first > kMark; }
+  static bool isLive(int first) { return first > kMark; }
   static int randomComponent(std::mt19937& random) {
     static constexpr int kValues[] = {kMark, -2147483647 - 1, -1, 0, 1, 2, 3, 7, 2147483647};
     return kValues[random() % std::size(kValues)];
@@ -48,8 +48,7 @@ template <int kComponents>
 struct FloatKind : KindBase<float, kComponents> {
   static constexpr float kMark = -1.0e18F;
   static bool countsOver(float old) { return !(old > -9.999e17F); }
-  static bool walked(float first) { return first > -9.999e17F; }
-  static bool deletable(float first) { return first > -9.999e17F; }
+  static bool isLive(float first) { return first > -9.999e17F; }
   // The values sit on, between and beside the thresholds.
   static float randomComponent(std::mt19937& random) {
     static constexpr float kValues[] = {kMark,     -9.9995e17F, -9.999e17F, -7e17F,   -5e17F,
@@ -63,66 +62,48 @@ struct Kind;
 
 template <>
 struct Kind<CharArr> : KindBase<char, 1> {
-  static constexpr const char* kName = "CharArr";
+  static constexpr bool kWalkSkipsHoles = false;
   static constexpr bool kLastIsIndex = true;
   static constexpr char kMark = 0;
   static bool countsOver(char /*old*/) { return true; }
-  static bool walked(char /*first*/) { return true; }
-  static bool deletable(char first) { return first >= 1; }
+  static bool isLive(char first) { return first >= 1; }
   static char randomComponent(std::mt19937& random) {
     return static_cast<char>(random() % 3 == 0 ? 0 : random() % 256);
   }
 };
 
 template <>
-struct Kind<IntArr> : IntKind<1> {
-  static constexpr const char* kName = "IntArr";
-  static constexpr bool kLastIsIndex = true;
-};
+struct Kind<IntArr> : IntKind<1> {};
 
 template <>
 struct Kind<Int2DArr> : IntKind<2> {
-  static constexpr const char* kName = "Int2DArr";
+  static constexpr bool kLastIsIndex = false;
 };
 
 template <>
-struct Kind<Int3DArr> : IntKind<3> {
-  static constexpr const char* kName = "Int3DArr";
-  static constexpr bool kLastIsIndex = true;
-};
+struct Kind<Int3DArr> : IntKind<3> {};
 
 template <>
-struct Kind<Int4DArr> : IntKind<4> {
-  static constexpr const char* kName = "Int4DArr";
-  static constexpr bool kLastIsIndex = true;
-};
+struct Kind<Int4DArr> : IntKind<4> {};
 
 template <>
 struct Kind<RealArr> : FloatKind<1> {
-  static constexpr const char* kName = "RealArr";
   static constexpr bool kLastIsIndex = true;
-  static bool walked(float first) { return first > kMark; }
-  static bool deletable(float first) { return first > kMark; }
+  static bool isLive(float first) { return first > kMark; }
 };
 
 template <>
-struct Kind<PixelArr> : FloatKind<4> {
-  static constexpr const char* kName = "PixelArr";
-};
+struct Kind<PixelArr> : FloatKind<4> {};
 
 template <>
-struct Kind<Point2DArr> : FloatKind<2> {
-  static constexpr const char* kName = "Point2DArr";
-};
+struct Kind<Point2DArr> : FloatKind<2> {};
 
 template <>
 struct Kind<Point3DArr> : FloatKind<3> {
-  static constexpr const char* kName = "Point3DArr";
   static constexpr int kMissWidth = 2;
   static constexpr bool kInsertIsWrite = true;
   static bool countsOver(float old) { return !(old >= -5e17F); }
-  static bool walked(float first) { return first > -5e17F; }
-  static bool deletable(float first) { return first > -5e17F; }
+  static bool isLive(float first) { return first > -5e17F; }
 };
 
 /// An item as the array's methods take it: a scalar, or a pointer to components.

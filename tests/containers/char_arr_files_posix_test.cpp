@@ -10,44 +10,43 @@
 
 #include "containers/saved_files.h"
 
+namespace zel::test {
 namespace {
 
 namespace fs = std::filesystem;
-using zel::test::bufferOf;
-using zel::test::filesIn;
-using zel::test::saveCode;
-using CharArrPosixFiles = zel::test::SavedFiles;
+using CharArrPosixFiles = SavedFiles;
 
 TEST_F(CharArrPosixFiles, modesAndLinksOutliveASave) {
   const std::string path = dir_.file("script");
-  zel::test::writeFile(path, "old");
+  writeFile(path, "old");
   ASSERT_EQ(chmod(path.c_str(), 0750), 0);
   fs::create_symlink("script", dir_.file("link"));
-  EXPECT_EQ(saveCode(bufferOf("new"), dir_.file("link")), 0);
+  EXPECT_EQ(save("new", dir_.file("link")), 0);
   EXPECT_TRUE(fs::is_symlink(dir_.file("link")));
-  EXPECT_EQ(zel::test::readFile(path), "new");
+  EXPECT_EQ(readFile(path), "new");
   EXPECT_EQ(fs::status(path).permissions(), fs::perms{0750});
   fs::create_symlink("to come", dir_.file("early link"));
-  EXPECT_EQ(saveCode(bufferOf("first"), dir_.file("early link")), 0);
-  EXPECT_EQ(zel::test::readFile(dir_.file("to come")), "first");
+  EXPECT_EQ(save("first", dir_.file("early link")), 0);
+  EXPECT_EQ(readFile(dir_.file("to come")), "first");
 }
 
 // A limit on file sizes fails the write as a full disk does.
 TEST_F(CharArrPosixFiles, failedSaveThrows108AndKeepsTheOldFile) {
   const std::string path = dir_.file("precious");
-  zel::test::writeFile(path, "old content");
+  writeFile(path, "old content");
   const auto previousHandler = std::signal(SIGXFSZ, SIG_IGN);
   rlimit previous{};
   ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &previous), 0);
   rlimit limited = previous;
   limited.rlim_cur = 4096;
   ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
-  const int code = saveCode(bufferOf(std::string(100000, 'x')), path);
+  const int code = save(std::string(100000, 'x'), path);
   setrlimit(RLIMIT_FSIZE, &previous);
   std::signal(SIGXFSZ, previousHandler);
   EXPECT_EQ(code, 108);
-  EXPECT_EQ(zel::test::readFile(path), "old content");
-  EXPECT_EQ(filesIn(dir_.path()), 1U);
+  EXPECT_EQ(readFile(path), "old content");
+  EXPECT_EQ(fileCount(), 1);
 }
 
 }  // namespace
+}  // namespace zel::test

@@ -14,11 +14,13 @@
 #include <string>
 #include <vector>
 
+#include "support/array_values.h"
 #include "zel/containers/char_arr.h"
 #include "zel/containers/int_arr.h"
 #include "zel/containers/kw_string_arr.h"
 #include "zel/core/memory.h"
 
+namespace zel::test {
 namespace {
 
 constexpr int kLength = 1 << 18;
@@ -53,8 +55,7 @@ void expectNoneChanges(const std::vector<std::function<void(Array&, const Array&
       exhaustHeap();
       requests[i](array, other);
       const bool isSame =
-          array.GetLengthM() == kLength && array.GetBoundM() == kLength &&
-          array.GetAvailableNumM() == kLength &&
+          countsOf(array) == Counts{kLength, kLength, kLength} &&
           std::memcmp(array.getCurrentItemPrtConstM(), before.getCurrentItemPrtConstM(),
                       kLength * sizeof *array.getCurrentItemPrtConstM()) == 0;
       std::_Exit(isSame ? 0 : 1);
@@ -110,5 +111,6 @@ TEST(ExhaustedHeap, stringTablesTakeNoEmptyTexts) {
 }
 
 }  // namespace
+}  // namespace zel::test
 
 #endif

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <array>
 
+#include "support/array_values.h"
+
+namespace zel::test {
 namespace {
 
 constexpr float kMark = -1.0e18F;
@@ -20,26 +23,19 @@ Point3DArr pointsAlongX(int count) {
 
 TEST(Point3DArr, addingAnEqualPointReturnsTheStoredOne) {
   Point3DArr array;
-  const float origin[3] = {0, 0, 0};
-  const float close[3] = {0.00009F, -0.00009F, 0.00009F};
-  const float apart[3] = {0, 0, 0.0001F};
-  EXPECT_EQ(array.AddPointM(origin), 0);
-  EXPECT_EQ(array.AddPointM(close), 0);
+  const auto added = [&](float x, float y, float z) {
+    return array.AddPointM(std::array{x, y, z}.data());
+  };
+  EXPECT_EQ(added(0, 0, 0), 0);
+  EXPECT_EQ(added(0.00009F, -0.00009F, 0.00009F), 0);
   EXPECT_EQ(array.GetBoundM(), 1);
-  EXPECT_EQ(array.AddPointM(apart), 1);
-  const float far[3] = {100, 0, 0};
-  const float farApart[3] = {100.0001F, 0, 0};  // the nearest float lies 9.9e-05 away
-  EXPECT_EQ(array.AddPointM(far), 2);
-  EXPECT_EQ(array.AddPointM(farApart), 2);
-}
-
-TEST(Point3DArr, holesMatchOnlyQueriesAtTheMarkWithTheirStaleCoordinates) {
-  Point3DArr array = pointsAlongX(3);
+  EXPECT_EQ(added(0, 0, 0.0001F), 1);
+  EXPECT_EQ(added(100, 0, 0), 2);
+  EXPECT_EQ(added(100.0001F, 0, 0), 2);  // the nearest float lies 9.9e-05 away
+  // Holes match queries at the mark with their stale coordinates only.
   array.DelItemM(1);
-  const float hole[3] = {kMark, 10, 20};
-  EXPECT_EQ(array.AddPointM(hole), 1);
-  const float other[3] = {kMark, 10, 21};
-  EXPECT_EQ(array.AddPointM(other), 3);
+  EXPECT_EQ(added(kMark, 0, 0.0001F), 1);
+  EXPECT_EQ(added(kMark, 10, 0), 3);
 }
 
 TEST(Point3DArr, cancellingTakesTheBoundDownByTwo) {
@@ -49,11 +45,10 @@ TEST(Point3DArr, cancellingTakesTheBoundDownByTwo) {
   EXPECT_EQ(array.getCurrentItemPrtConstM()[1][0], 1.0F);  // kept beyond the bound
   EXPECT_EQ(array.CancelLastItemM(), -1);
   EXPECT_EQ(array.CancelLastItemM(), -1);
-  const float point[3] = {7, 7, 7};
-  float read[3];
+  float point[3] = {7, 7, 7};
   int index = 0;
-  EXPECT_EQ(array.GetFirstM(read, &index), -1);
-  EXPECT_EQ(array.GetLastM(read, &index), -1);
+  EXPECT_EQ(array.GetFirstM(point, &index), -1);
+  EXPECT_EQ(array.GetLastM(point, &index), -1);
   EXPECT_EQ(array.AddItemM(point), 0);
   EXPECT_EQ(array.GetBoundM(), 1);
 }
@@ -85,15 +80,12 @@ TEST(Point3DArr, appendingKeepsHolesInPlaceAndCountsThem) {
   other.DelItemM(1);
   Point3DArr array = pointsAlongX(2);
   EXPECT_EQ(array.AppendPntsM(other), 1);
-  EXPECT_EQ(array.GetLengthM(), 5);
-  EXPECT_EQ(array.GetBoundM(), 5);
-  EXPECT_EQ(array.GetAvailableNumM(), 5);
+  EXPECT_EQ(countsOf(array), (Counts{.bound = 5, .live = 5, .length = 5}));
   EXPECT_EQ(array.IsPntAvailableM(3), 30);
   EXPECT_EQ(array.getCurrentItemPrtConstM()[4][0], 2.0F);
   array.DelItemM(0);
   array.AppendPntsM(Point3DArr());
-  EXPECT_EQ(array.GetBoundM(), 5);
-  EXPECT_EQ(array.GetAvailableNumM(), 5);
+  EXPECT_EQ(countsOf(array), (Counts{.bound = 5, .live = 5, .length = 5}));
   array.AppendPntsM(array);
   EXPECT_EQ(array.GetBoundM(), 10);
   EXPECT_EQ(array.getCurrentItemPrtConstM()[9][0], 2.0F);
@@ -101,13 +93,12 @@ TEST(Point3DArr, appendingKeepsHolesInPlaceAndCountsThem) {
 
 TEST(Point3DArr, verticesAreReadOneByOne) {
   const Point3DArr array = pointsAlongX(3);
-  const int indices[3] = {2, 9, 0};
+  const int indices[] = {2, 9, 0};
   float points[3][3] = {{5, 5, 5}, {5, 5, 5}, {5, 5, 5}};
   EXPECT_EQ(array.GetVertexM(3, indices, points), 1);
-  EXPECT_EQ(points[0][0], 2.0F);
-  EXPECT_EQ(points[1][0], kMark);
-  EXPECT_EQ(points[1][2], 5.0F);
-  EXPECT_EQ(points[2][0], 0.0F);
+  EXPECT_EQ(std::to_array(points[0]), (std::array<float, 3>{2, 10, 20}));
+  EXPECT_EQ(std::to_array(points[1]), (std::array<float, 3>{kMark, kMark, 5}));
+  EXPECT_EQ(std::to_array(points[2]), (std::array<float, 3>{0, 10, 20}));
   EXPECT_EQ(array.GetVertexM(0, indices, points), 1);
 }
 
@@ -130,3 +121,4 @@ TEST(Point3DArr, bothSpellingsOfInitialSizeGrow) {
 }
 
 }  // namespace
+}  // namespace zel::test

@@ -6,14 +6,16 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <limits>
-#include <optional>
 #include <random>
 #include <utility>
 #include <vector>
 
+#include "support/array_values.h"
 #include "zel/containers/point3d_arr.h"
 
+namespace zel::test {
 namespace {
 
 using Point = std::array<float, 3>;
@@ -64,132 +66,100 @@ struct Dice : std::mt19937 {
   float spacing;
 };
 
-/// `count` points one apart along x, all known to the search.
-Point3DArr searchedRow(int count, float y) {
+/// An array and the pointers that a caller got and may write through until its store changes.
+struct Searched {
   Point3DArr array;
-  for (int i = 0; i < count; ++i) {
-    array.AddPointM(Point{static_cast<float>(i), y, 0}.data());
-  }
-  EXPECT_EQ(array.AddPointM(Point{1, y, 0}.data()), 1);
-  return array;
-}
+  Point3DArr kept;  ///< what the array was some time ago
+  std::vector<float*> held;
+  int length = -1;
 
-/// Pointers that a caller got and may write through until the store's length
-/// changes.
-class Pointers {
- public:
-  void forgetAfterGrowth(const Point3DArr& array) {
-    if (array.GetLengthM() != length_) {
-      length_ = array.GetLengthM();
-      held_.clear();
+  void dropPointersAfterGrowth() {
+    if (array.GetLengthM() != length) {
+      length = array.GetLengthM();
+      held.clear();
     }
   }
-  void hold(float* slot) { held_.push_back(slot); }
-  void writeThroughOne(const Point& point, Dice& random) {
-    if (!held_.empty()) {
-      std::copy(point.begin(), point.end(), held_[random() % held_.size()]);
+  void changeSomehow(Dice& random) {
+    const Point point = random.point();
+    const int bound = std::max(array.GetBoundM(), 1);
+    const int slot = static_cast<int>(random() % static_cast<unsigned>(bound + 2)) - 1;
+    const std::function<void()> changes[] = {
+        [&] { array.DelItemM(slot); },
+        [&] { array.DelItemM(bound - 1); },
+        [&] { array.SetItemM(point.data(), slot); },
+        [&] { array.SetItemZValueM(slot, point[2]); },
+        [&] { array.CancelLastItemM(); },
+        [&] { array.InsertItemM(point.data(), random() % 4 == 0 ? slot : bound); },
+        [&] { array.AddItemM(point.data()); },
+        [&] {
+          if (slot >= 0 && slot % 3 == 0) {
+            held.push_back(array.GetItemPM(std::min(slot, bound - 1)));
+          }
+        },
+    };
+    if (const std::size_t kind = random() % 14; kind < std::size(changes)) {
+      changes[kind]();
+    } else if (!held.empty()) {
+      std::copy(point.begin(), point.end(), held[random() % held.size()]);
     }
   }
-
- private:
-  std::vector<float*> held_;
-  int length_ = -1;
+  void changeWholly(Dice& random, FILE* dump) {
+    const auto replace = [&](Point3DArr by) {
+      random() % 2 == 0 ? array = by : array = std::move(by);
+      held.clear();
+    };
+    const std::function<void()> changes[] = {
+        [&] { kept = array; },
+        [&] { replace(kept); },
+        [&] { replace(array); },
+        [&] { replace(Point3DArr()); },
+        [&] {
+          array.AppendPntsM(arrayOf<Point3DArr>({random.point(), random.point()}));
+        },
+        [&] { array.AddSizeM(5); },
+        [&] { array.DelAllVirtualM(); },
+        [&] { held.push_back(array.getCurrentItemPrtM()[array.GetLengthM() / 2]); },
+        [&] {
+          array.DelAllM();
+          held.clear();
+        },
+        [&] {
+          std::rewind(dump);
+          kept.FmOutputLstM(dump);
+          std::rewind(dump);
+          array.FmInputLstM(dump, kept.GetBoundM());
+        },
+    };
+    changes[random() % std::size(changes)]();
+  }
 };
 
-void changeSomehow(Point3DArr& array, Pointers& pointers, Dice& random) {
-  const Point point = random.point();
-  const int bound = std::max(array.GetBoundM(), 1);
-  const int slot = static_cast<int>(random() % static_cast<unsigned>(bound + 2)) - 1;
-  switch (random() % 14) {
-    case 0:
-    case 1:
-      array.DelItemM(slot);
-      break;
-    case 2:
-      array.DelItemM(bound - 1);
-      break;
-    case 3:
-      array.SetItemM(point.data(), slot);
-      break;
-    case 4:
-      array.SetItemZValueM(slot, point[2]);
-      break;
-    case 5:
-      array.CancelLastItemM();
-      break;
-    case 6:
-      array.InsertItemM(point.data(), random() % 4 == 0 ? slot : bound);
-      break;
-    case 7:
-      if (slot >= 0 && random() % 3 == 0) {
-        pointers.hold(array.GetItemPM(std::min(slot, bound - 1)));
-      }
-      break;
-    case 8:
-      array.AddItemM(point.data());
-      break;
-    default:
-      pointers.writeThroughOne(point, random);
-  }
-}
-
-/// Rare changes to the whole array.
-void changeWholly(Point3DArr& array, Pointers& pointers, Dice& random) {
-  switch (random() % 7) {
-    case 0: {
-      Point3DArr other(array);
-      array = other;
-      pointers = Pointers();
-      break;
-    }
-    case 1: {
-      Point3DArr other(std::move(array));
-      array = std::move(other);
-      break;
-    }
-    case 2: {
-      Point3DArr tail;
-      tail.AddItemM(random.point().data());
-      tail.SetItemM(random.point().data(), 2);
-      array.AppendPntsM(tail);
-      break;
-    }
-    case 3:
-      pointers.hold(array.getCurrentItemPrtM()[array.GetLengthM() / 2]);
-      break;
-    case 4:
-      array.AddSizeM(5);
-      break;
-    case 5:
-      array.DelAllVirtualM();
-      break;
-    default:
-      array.DelAllM();
-      pointers = Pointers();
-  }
-}
-
 TEST(PointSearch, answersAsAWalkUnderAllChanges) {
+  FILE* const dump = std::tmpfile();
+  ASSERT_NE(dump, nullptr);
   for (unsigned seed = 1; seed <= 12; ++seed) {
     static constexpr float kSpacings[] = {0.25F, 0.0002F, 0.01F, 1000.0F};
     Dice random(seed, kSpacings[seed % 4]);
-    Point3DArr array;
-    Pointers pointers;
+    Searched searched;
     for (int step = 0; step < 1500; ++step) {
-      pointers.forgetAfterGrowth(array);
+      searched.dropPointersAfterGrowth();
       if (random() % 3 == 0) {
-        changeSomehow(array, pointers, random);
-      } else if (random() % 150 == 0) {
-        changeWholly(array, pointers, random);
+        searched.changeSomehow(random);
+      } else if (random() % 100 == 0) {
+        searched.changeWholly(random, dump);
       }
-      ASSERT_NO_FATAL_FAILURE(expectAddedAsByWalk(array, random.point()))
+      ASSERT_NO_FATAL_FAILURE(expectAddedAsByWalk(searched.array, random.point()))
           << "seed " << seed << " step " << step;
     }
   }
+  std::fclose(dump);
 }
 
 TEST(PointSearch, welcomesUnorderedAndFarPoints) {
-  Point3DArr array = searchedRow(100, 0);
+  Point3DArr array;
+  for (int i = 0; i < 100; ++i) {
+    array.AddPointM(Point{static_cast<float>(i), 0, 0}.data());
+  }
   const float farthest = std::numeric_limits<float>::max();
   const float values[] = {INFINITY,  -INFINITY, std::nanf(""), farthest,
                           -farthest, kMark,     1e12F,         -0.0F};
@@ -217,45 +187,17 @@ TEST(PointSearch, aDenseHeapAfterAWideStartIsSearchedToo) {
   }
 }
 
-TEST(PointSearch, assignmentReplacesWhatIsFound) {
-  Point3DArr array = searchedRow(100, 0);
-  const Point3DArr other = searchedRow(100, 5);
-  array = other;
-  EXPECT_EQ(array.AddPointM(Point{7, 0, 0}.data()), 100);
-  array = searchedRow(80, 3);
-  EXPECT_EQ(array.AddPointM(Point{7, 5, 0}.data()), 80);
-  EXPECT_EQ(array.AddPointM(Point{7, 3, 0}.data()), 7);
-}
-
-TEST(PointSearch, seesWhatADumpReadOverIt) {
-  Point3DArr array = searchedRow(100, 0);
-  FILE* file = std::tmpfile();
-  ASSERT_NE(file, nullptr);
-  const float moved[2][3] = {{70, 1, 1}, {99, 0, 0}};
-  std::fwrite(moved, sizeof moved, 1, file);
-  std::rewind(file);
-  array.FmInputLstM(file, 2);
-  std::fclose(file);
-  EXPECT_EQ(array.AddPointM(moved[1]), 1);
-  EXPECT_EQ(array.AddPointM(moved[0]), 0);
-  array.SetItemM(moved[0],
-                 80);  // the old slots from 2 on lie below the bound again
-  EXPECT_EQ(array.AddPointM(moved[1]), 1);
-  EXPECT_EQ(array.AddPointM(Point{50, 0, 0}.data()), 50);
-}
-
 TEST(PointSearch, manyCoincidingPointsStillGiveTheFirst) {
   Point3DArr array;
-  const float far[3] = {5, 5, 5};
-  const float place[3] = {1, 1, 1};
-  array.AddItemM(far);
+  const Point place{1, 1, 1};
+  array.AddItemM(Point{5, 5, 5}.data());
   for (int i = 0; i < 3000; ++i) {
-    array.AddItemM(place);
+    array.AddItemM(place.data());
   }
-  EXPECT_EQ(array.AddPointM(place), 1);
+  EXPECT_EQ(array.AddPointM(place.data()), 1);
   array.DelItemM(1);
-  EXPECT_EQ(array.AddPointM(place), 2);
-  EXPECT_EQ(array.AddPointM(far), 0);
+  EXPECT_EQ(array.AddPointM(place.data()), 2);
 }
 
 }  // namespace
+}  // namespace zel::test

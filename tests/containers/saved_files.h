@@ -7,28 +7,22 @@
 
 #include "containers/char_bytes.h"
 #include "support/temp_dir.h"
+#include "support/thrown_by.h"
 #include "zel/containers/char_arr.h"
 
 namespace zel::test {
 
-/// @return what SaveFileM() threw; 0 when nothing.
-inline int saveCode(const CharArr& buffer, const std::string& path) {
-  try {
-    buffer.SaveFileM(path.c_str());
-  } catch (int code) {
-    return code;
-  }
-  return 0;
-}
-
-inline std::size_t filesIn(const std::filesystem::path& directory) {
-  return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(directory),
-                                                std::filesystem::directory_iterator()));
-}
-
 /// A test with a directory of its own.
-class SavedFiles : public ::testing::Test {
+class SavedFiles : public testing::Test {
  protected:
+  /// @return what saving `text` throws; 0 when nothing.
+  static int save(const std::string& text, const std::string& path) {
+    return thrownBy([&] { bufferOf(text).SaveFileM(path.c_str()); });
+  }
+  [[nodiscard]] std::ptrdiff_t fileCount() const {
+    using Entries = std::filesystem::directory_iterator;
+    return std::distance(Entries(dir_.path()), Entries());
+  }
   TempDir dir_;
 };
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "containers/array_kinds.h"
+#include "support/array_values.h"
 
 namespace zel::test {
 
@@ -24,14 +25,18 @@ struct SlotModel {
   Item& at(int index) { return slots[static_cast<std::size_t>(index)]; }
   const Item& at(int index) const { return slots[static_cast<std::size_t>(index)]; }
 
-  void addSize(int count) {
-    if (count > 0) {
-      slots.resize(slots.size() + static_cast<std::size_t>(count), filledItem<Array>(K::kMark));
-    }
+  int addSize(int count) {
+    slots.resize(slots.size() + static_cast<std::size_t>(std::max(count, 0)),
+                 filledItem<Array>(K::kMark));
+    return 1;
   }
-  void set(Item item, int index) {
+  int setIncrement(int count) {
+    increment = count > 0 ? count : increment;
+    return 1;
+  }
+  int set(Item item, int index) {
     if (index < 0) {
-      return;
+      return 1;
     }
     if (index >= length()) {
       addSize(std::max(length(), increment - length() + index + 1));
@@ -39,14 +44,15 @@ struct SlotModel {
     available += K::countsOver(at(index)[0]) ? 1 : 0;
     bound = std::max(bound, index + 1);
     at(index) = item;
+    return 1;
   }
   int add(const Item& item) {
     set(item, std::max(bound, 0));
     return bound - 1;
   }
-  void insert(const Item& item, int position) {
+  int insert(const Item& item, int position) {
     if (position < 0 || position > bound) {
-      return;
+      return 1;
     }
     if (bound == length() || K::kInsertIsWrite) {
       set(bound > 0 ? at(bound - 1) : item, bound);
@@ -58,29 +64,28 @@ struct SlotModel {
       at(i) = at(i - 1);
     }
     at(position) = item;
+    return 1;
   }
-  void remove(int index) {
+  int remove(int index) {
     if (index < 0 || index >= bound) {
-      return;
+      return 1;
     }
-    if (K::deletable(at(index)[0])) {
+    if (K::isLive(at(index)[0])) {
       at(index)[0] = K::kMark;
       --available;
     }
     bound -= index == bound - 1 ? 1 : 0;
+    return 1;
   }
-  void clear() {
-    const int keptIncrement = increment;
-    *this = SlotModel();
-    increment = keptIncrement;
+  int clear() {
+    *this = SlotModel{.increment = increment};
+    return 1;
   }
 };
 
 template <class Array>
 void expectSameSlots(const Array& array, const SlotModel<Array>& model) {
-  ASSERT_EQ(array.GetLengthM(), model.length());
-  ASSERT_EQ(array.GetBoundM(), model.bound);
-  ASSERT_EQ(array.GetAvailableNumM(), model.available);
+  ASSERT_EQ(countsOf(array), (Counts{model.bound, model.available, model.length()}));
   for (int i = 0; i < model.length(); ++i) {
     ASSERT_TRUE(sameBits<Array>(rawSlot(array, i), model.at(i))) << "slot " << i;
   }
@@ -90,12 +95,13 @@ void expectSameSlots(const Array& array, const SlotModel<Array>& model) {
 template <class Array>
 void expectSameWalk(const Array& array, const SlotModel<Array>& model) {
   using K = Kind<Array>;
+  const auto isWalked = [&](int i) { return !K::kWalkSkipsHoles || K::isLive(model.at(i)[0]); };
   typename K::Item item;
   int index = 0;
   int live = 0;
   int result = array.GetFirstM(item.data(), &index);
   for (int i = 0; i < model.bound; ++i) {
-    if (!K::walked(model.at(i)[0])) {
+    if (!isWalked(i)) {
       continue;
     }
     ++live;
@@ -110,7 +116,7 @@ void expectSameWalk(const Array& array, const SlotModel<Array>& model) {
   ASSERT_EQ(array.GetAvailableNumM(-1), live);
   if constexpr (K::kLastIsIndex) {
     int last = model.bound - 1;
-    while (last >= 0 && !K::walked(model.at(last)[0])) {
+    while (last >= 0 && !isWalked(last)) {
       --last;
     }
     ASSERT_EQ(array.GetLastM(item.data(), &index), last);
