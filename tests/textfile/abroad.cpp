@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <memory>
 
 #include "line_ends.h"
@@ -15,6 +16,9 @@ class Abroad : public testing::Environment {
   void SetUp() override {
     if (zel::test::isAbroad()) {
       comma_ = std::make_unique<zel::test::CommaLocale>();
+      if (!comma_->reachesC()) {
+        std::fputs("no comma locale for C is installed: only the C++ half is tested\n", stderr);
+      }
     }
   }
   void TearDown() override { comma_.reset(); }

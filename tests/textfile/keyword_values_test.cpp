@@ -2,15 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstring>
-#include <random>
 #include <string>
 
 #include "plain_file.h"
-#include "stream_fixture.h"
+#include "support/array_values.h"
 #include "support/recording_platform.h"
 #include "support/shown_message.h"
+#include "support/thrown_by.h"
 #include "zel/containers/int2d_arr.h"
 #include "zel/containers/int_arr.h"
 #include "zel/containers/point2d_arr.h"
@@ -20,10 +19,8 @@
 #include "zel/textfile/keyword_values.h"
 #include "zel/textfile/number_parse.h"
 
+namespace zel::test {
 namespace {
-
-using zel::test::PlainFile;
-using zel::test::thrownBy;
 
 TEST(KeywordScan, storesOnlyWhatConverts) {
   char c = 'x', text[8] = "";
@@ -32,7 +29,6 @@ TEST(KeywordScan, storesOnlyWhatConverts) {
   unsigned char pixel[4] = {9, 9, 9, 9};
   const PlainFile file("65 abc 7 1 2 .5 1.5 -2 1 2 3 4 5 6 7 8 9 256 1 2 3 1 2 x");
   EXPECT_EQ(slFscanfC(file, "%d", &c), 1);
-  EXPECT_EQ(c, 'A');
   EXPECT_EQ(slFscanfC(file, "%d", &c), 0);
   EXPECT_EQ(c, 'A');
   EXPECT_EQ(slFscanfS(file, "%7s", text), 1);
@@ -80,40 +76,37 @@ TEST(KeywordPrint, usesTheCallersFormat) {
   }
 }
 
-TEST(KeywordLines, linesAndWords) {
-  char text[5] = "";
-  const PlainFile file("sevenly\r\nab\r\nskip me\na begin beg  \n begin\n \t next");
-  EXPECT_EQ(slFgets(file, text, 5), 1);
-  EXPECT_STREQ(text, "seve");
-  EXPECT_EQ(slFgets(file, text, 5), 1);
-  EXPECT_STREQ(text, "ab");
-  EXPECT_EQ(slSkipLine(file), 1);
+TEST(KeywordLines, linesAreCutToTheBuffer) {
+  const PlainFile file("sevenly\r\nab\r\nskip me\nlast");
+  for (const std::string line : {"seve", "ab", "#", "last", ""}) {
+    char text[5] = "#";
+    EXPECT_EQ(line == "#" ? slSkipLine(file) : slFgets(file, text, 5), 1);
+    EXPECT_EQ(text, line);
+  }
+  EXPECT_EQ(slSkipLine(file), 0);
+}
+
+TEST(KeywordLines, searchComparesWholeWords) {
+  const PlainFile file("a begin beg  \n begin\n \t next");
   EXPECT_EQ(slSearchStrM(file, "beg"), 1);
   EXPECT_EQ(slSearchStrM(file, "begin"), 1);
   EXPECT_EQ(std::fgetc(file), 'n');
-  EXPECT_EQ(slSkipLine(file), 0);
-  EXPECT_EQ(slFgets(file, text, 5), 1);
-  EXPECT_STREQ(text, "");
-  EXPECT_EQ(slSearchStrM(file, ""), 0);
-  std::rewind(file);
+  for (const char* missing : {"begin", "nex", ""}) {
+    EXPECT_EQ(slSearchStrM(file, missing), 0);
+    std::rewind(file);
+  }
   EXPECT_EQ(slSearchStrM(file, "next"), 1);
-  EXPECT_EQ(slSearchStrM(file, "next"), 0);
-  std::rewind(file);
-  EXPECT_EQ(slSearchStrM(file, "nex"), 0);
 }
 
 TEST(KeywordLists, goldenBytes) {
   IntArr ints;
   ints.SetItemM(-5, 1);
-  PlainFile a, b;
+  const PlainFile a, b;
   EXPECT_EQ(slFprintfIntArr(a, ints, "l"), 1);
   EXPECT_EQ(a.text(),
             "         2,  l_LIST_BEGIN\n         0,  INDEX_OF_l_LIST\n-2147483647\n"
             "         1,  INDEX_OF_l_LIST\n        -5\nl_LIST_END\n");
-  Int2DArr pairs;
-  const int pair[] = {1, -2};
-  pairs.AddItemM(pair);
-  slFprintfInt2dArr(b, pairs, "l");
+  slFprintfInt2dArr(b, arrayOf<Int2DArr>({{1, -2}}), "l");
   EXPECT_EQ(b.text(),
             "         1,  l_LIST_BEGIN\n         0,  INDEX_OF_l_LIST\n1,  -2\nl_LIST_END\n");
 }
@@ -123,7 +116,7 @@ TEST(KeywordLists, readersEmptyFirstAndLeaveOutTheirMarks) {
   ints.SetItemM(9, 9);
   const PlainFile a("3,  b\n0,  i\n5\n1,  i\n-2147483647\n2,  i\n7\nend\n 1,  b\n4,  i\n8\nend\n");
   EXPECT_EQ(slFscanfIntArr(a, &ints), 1);
-  EXPECT_EQ(ints.GetBoundM(), 3);
+  EXPECT_EQ(valuesOf(ints), (std::vector<int>{5, -2147483647, 7}));
   EXPECT_EQ(ints.GetAvailableNumM(), 2);
   slFscanfIntArr(a, &ints);
   EXPECT_EQ(ints[4], 8);
@@ -132,13 +125,12 @@ TEST(KeywordLists, readersEmptyFirstAndLeaveOutTheirMarks) {
   Int2DArr pairs;
   const PlainFile b("2, b\r\n0, i\r\n-2147483647, 1\r\n1, i\r\n-2147483647, -2147483647\r\nend");
   slFscanfInt2dArr(b, &pairs);
-  EXPECT_EQ(pairs.GetBoundM(), 1);
-  EXPECT_EQ(pairs.GetItemPM(0)[1], 1);
+  EXPECT_EQ(valuesOf(pairs), (std::vector<Value<Int2DArr>>{{-2147483647, 1}}));
 
   Point2DArr points;
   const PlainFile c("2, b\n0, i\n-1e18, 1\n1, i\n-1e18, -1e18\nend");
   slFscanfPoint2DArr(c, &points);
-  EXPECT_EQ(points.GetBoundM(), 1);
+  EXPECT_EQ(valuesOf(points), (std::vector<Value<Point2DArr>>{{-1e18F, 1}}));
 }
 
 TEST(KeywordLists, hostileFilesEndQuietly) {
@@ -146,12 +138,18 @@ TEST(KeywordLists, hostileFilesEndQuietly) {
        {"", "x", "2000000000, b\n", "2000000000, b\n0, i\n5\n", "1, b\n-1, i\n5\nend\n",
         "1, b\n2000000000, i\n5\nend\n", "-5, b\nend\n", "1, b\n0 i\n", "99999999999, b"}) {
     IntArr ints;
-    EXPECT_EQ(slFscanfIntArr(PlainFile(text), &ints), 1);
-    EXPECT_LE(ints.GetLengthM(), 15) << text;
     Point2DArr points;
+    EXPECT_EQ(slFscanfIntArr(PlainFile(text), &ints), 1);
     EXPECT_EQ(slFscanfPoint2DArr(PlainFile(text), &points), 1);
+    EXPECT_LE(ints.GetLengthM(), 15) << text;
     EXPECT_EQ(points.GetBoundM(), 0) << text;
   }
+}
+
+TEST(KeywordLists, tenColumnsAreReadOfANumber) {
+  IntArr ints;
+  slFscanfIntArr(PlainFile("1, b\n00000000001, i\n5\nend\n"), &ints);
+  EXPECT_EQ(ints.GetBoundM(), 0);  // "0000000000" and the word "1,"
 }
 
 TEST(KeywordLists, nullStreamsCountAsEmpty) {
@@ -160,11 +158,9 @@ TEST(KeywordLists, nullStreamsCountAsEmpty) {
   EXPECT_EQ(slFgets(none, line, 4), 1);
   EXPECT_STREQ(line, "");
   EXPECT_EQ(slSkipLine(none) + slSearchStrM(none, "x"), 0);
-  IntArr ints;
-  Point2DArr points;
-  ints.AddItemM(1);
-  points.SetItemM(std::array<float, 2>{1, 2}.data(), 0);
-  EXPECT_EQ(slFprintfIntArr(none, ints, "l") + slFprintfPoint2DArr(none, points, "l"), 2);
+  auto ints = arrayOf<IntArr>({1});
+  EXPECT_EQ(slFprintfIntArr(none, ints, "l"), 1);
+  EXPECT_EQ(slFprintfPoint2DArr(none, arrayOf<Point2DArr>({{1, 2}}), "l"), 1);
   EXPECT_EQ(slFscanfIntArr(none, &ints), 1);
   EXPECT_EQ(ints.GetBoundM(), 0);
   KwBaseCL element(31);
@@ -172,25 +168,15 @@ TEST(KeywordLists, nullStreamsCountAsEmpty) {
   EXPECT_EQ(element.IsAvailableM(), 31);
 }
 
-TEST(KeywordLists, tenColumnsAreReadOfANumber) {
-  IntArr ints;
-  const PlainFile file("1, b\n00000000001, i\n5\nend\n");
-  slFscanfIntArr(file, &ints);  // "0000000000" and the word "1,"
-  EXPECT_EQ(ints.GetBoundM(), 0);
-}
-
 TEST(ElementBase, plainRecordIsTheTagOnALine) {
-  const PlainFile file;
+  const PlainFile file, source("32 rest 1\nx 5\n33");
   KwBaseCL element(31);
   EXPECT_EQ(element.FmWriteZelFileM(file), 1);
   EXPECT_EQ(file.text(), "   31\n");
-  const PlainFile source("32 rest 1\nx 5\n33");
-  EXPECT_EQ(element.FmReadZelFileM(source), 1);
-  EXPECT_EQ(element.IsAvailableM(), 32);
-  element.FmReadZelFileM(source);
-  EXPECT_EQ(element.IsAvailableM(), 32);
-  element.FmReadZelFileM(source);
-  EXPECT_EQ(element.IsAvailableM(), 33);
+  for (const int tag : {32, 32, 33}) {
+    EXPECT_EQ(element.FmReadZelFileM(source), 1);
+    EXPECT_EQ(element.IsAvailableM(), tag);
+  }
 }
 
 TEST(FileVersion, tagsAreComparedByteByByte) {
@@ -206,14 +192,11 @@ TEST(FileVersion, tagsAreComparedByteByByte) {
 }
 
 TEST(FileMessage, reachesThePlatformInGbk) {
-  zel::test::RecordingPlatform desktop;
-  zel::setPlatform(&desktop);
+  RecordingPlatform desktop;
   EXPECT_EQ(slFileMessage(109, "a.zel"), 1);
-  EXPECT_EQ(slFileMessage(113, nullptr), 1);
-  EXPECT_EQ(slFileMessage(115, nullptr), 1);
-  zel::setPlatform(nullptr);
-  ASSERT_EQ(desktop.messages.size(), 3U);
-  EXPECT_EQ(desktop.messages[0], "\xCE\xC4\xBC\xFE\xB4\xF2\xBF\xAA\xCA\xA7\xB0\xDC: a.zel");
+  EXPECT_EQ(slFileMessage(109, nullptr), 1);
+  const std::string text = "\xCE\xC4\xBC\xFE\xB4\xF2\xBF\xAA\xCA\xA7\xB0\xDC";
+  EXPECT_EQ(desktop.messages, (std::vector<std::string>{text + ": a.zel", text}));
 }
 
 TEST(FileMessage, isShownInUtf8) {
@@ -232,42 +215,46 @@ TEST(FileMessage, isShownInUtf8) {
               {115, "未知错误"},
               {0, "未知错误"}};
   for (const auto& row : rows) {
-    EXPECT_EQ(zel::test::shownMessage([&] { slFileMessage(row.code, "модель.zel"); }),
+    EXPECT_EQ(shownMessage([&] { slFileMessage(row.code, "модель.zel"); }),
               std::string(row.text) + ": модель.zel\n");
   }
 }
 
 TEST(NumberParse, fixedWidthIntegers) {
-  int value = 99;
-  EXPECT_EQ(slStrToInt(3, "12x", &value), 0);
-  EXPECT_EQ(slStrToInt(0, "1", &value), 0);
-  EXPECT_EQ(slStrToInt(2, "1", &value), 0);
-  EXPECT_EQ(slStrToInt(2, "-+", &value), 0);
-  EXPECT_EQ(slStrToInt(1, nullptr, &value), 0);
-  EXPECT_EQ(value, 99);
   const struct {
     const char* text;
-    int n, value;
-  } rows[] = {{"-12", 3, -12}, {"+12x", 3, 12},       {"-", 1, 0},
-              {"+", 1, 0},     {"4294967297", 10, 1}, {"-2147483648", 11, INT32_MIN}};
+    int n, result, value;
+  } rows[] = {{"-12", 3, 1, -12},
+              {"+12x", 3, 1, 12},
+              {"-", 1, 1, 0},
+              {"+", 1, 1, 0},
+              {"12x", 3, 0, 99},
+              {"1", 0, 0, 99},
+              {"1", 2, 0, 99},
+              {"-+", 2, 0, 99},
+              {nullptr, 1, 0, 99},
+              {"4294967297", 10, 1, 1},
+              {"-2147483648", 11, 1, INT32_MIN}};
   for (const auto& row : rows) {
-    EXPECT_EQ(slStrToInt(row.n, row.text, &value), 1) << row.text;
+    int value = 99;
+    EXPECT_EQ(slStrToInt(row.n, row.text, &value), row.result) << row.n << " of " << row.text;
     EXPECT_EQ(value, row.value);
   }
 }
 
 TEST(NumberParse, wholeIntegers) {
-  int value = 99;
-  for (const char* text : {"", "x", "1x", "1 2", "-0", "+0", "1.0", "- 1", "\n1"}) {
-    EXPECT_EQ(slSimpleIntParse(text, &value), 0) << text;
+  const struct {
+    const char* text;
+    int result, value;
+  } rows[] = {{" \t-7\t ", 1, -7}, {"00", 1, 0},   {"99999999999", 1, INT32_MAX},
+              {"", 0, 99},         {"x", 0, 99},   {"1x", 0, 99},
+              {"1 2", 0, 99},      {"-0", 0, 99},  {"+0", 0, 99},
+              {"1.0", 0, 99},      {"- 1", 0, 99}, {"\n1", 0, 99}};
+  for (const auto& row : rows) {
+    int value = 99;
+    EXPECT_EQ(slSimpleIntParse(row.text, &value), row.result) << row.text;
+    EXPECT_EQ(value, row.value);
   }
-  EXPECT_EQ(value, 99);
-  EXPECT_EQ(slSimpleIntParse(" \t-7\t ", &value), 1);
-  EXPECT_EQ(value, -7);
-  EXPECT_EQ(slSimpleIntParse("00", &value), 1);
-  EXPECT_EQ(value, 0);
-  EXPECT_EQ(slSimpleIntParse("99999999999", &value), 1);
-  EXPECT_EQ(value, INT32_MAX);
 }
 
 TEST(NumberParse, wholeReals) {
@@ -290,3 +277,4 @@ TEST(NumberParse, wholeReals) {
 }
 
 }  // namespace
+}  // namespace zel::test

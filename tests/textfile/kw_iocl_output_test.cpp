@@ -4,41 +4,38 @@
 
 #include <bit>
 #include <cmath>
-#include <cstring>
 #include <filesystem>
-#include <limits>
 #include <random>
 #include <string>
 
 #include "stream_fixture.h"
 #include "zel/textfile/kw_iocl.h"
 
+namespace zel::test {
 namespace {
 
-using zel::test::StreamFile;
-using zel::test::thrownBy;
+using StreamOutput = StreamTest;
 
-TEST(StreamOutput, defaultTextForms) {
+TEST_F(StreamOutput, defaultTextForms) {
   const char c[] = {'A', -128};
   const int i[] = {1, -22, 2147483647, -2147483647};
   const float r[] = {0, -1.5F, 1e30F, -1e18F};
   const unsigned char p[] = {0, 128, 200, 255};
-  StreamFile file;
-  EXPECT_EQ(file.written([&](KwIOCL& io) {
-    EXPECT_EQ(io.OutputCM(&c[0], nullptr, &c[1]), 1);
-    EXPECT_EQ(io.OutputDM(&i[0], nullptr, &i[1]), 1);
-    EXPECT_EQ(io.OutputRM(&r[0], &r[1]), 1);
-    EXPECT_EQ(io.OutputSM("a %d word", 3, 1), 1);
-    EXPECT_EQ(io.OutputsM("as it stands %"), 1);
-    EXPECT_EQ(io.OutputInt2DM(i), 1);
-    EXPECT_EQ(io.OutputInt3DM(i), 1);
-    EXPECT_EQ(io.OutputInt4DM(i), 1);
-    EXPECT_EQ(io.OutputPoint2DM(r), 1);
-    EXPECT_EQ(io.OutputPoint3DM(r), 1);
-    EXPECT_EQ(io.OutputPoint4DM(r), 1);
-    EXPECT_EQ(io.OutputPixel4DM(r), 1);
-    EXPECT_EQ(io.OutputTexPixel4DM(p), 1);
-  }),
+  EXPECT_EQ(written([&](KwIOCL& io) {
+              EXPECT_EQ(io.OutputCM(&c[0], nullptr, &c[1]), 1);
+              EXPECT_EQ(io.OutputDM(&i[0], nullptr, &i[1]), 1);
+              EXPECT_EQ(io.OutputRM(&r[0], &r[1]), 1);
+              EXPECT_EQ(io.OutputSM("a %d word", 3, 1), 1);
+              EXPECT_EQ(io.OutputsM("as it stands %"), 1);
+              EXPECT_EQ(io.OutputInt2DM(i), 1);
+              EXPECT_EQ(io.OutputInt3DM(i), 1);
+              EXPECT_EQ(io.OutputInt4DM(i), 1);
+              EXPECT_EQ(io.OutputPoint2DM(r), 1);
+              EXPECT_EQ(io.OutputPoint3DM(r), 1);
+              EXPECT_EQ(io.OutputPoint4DM(r), 1);
+              EXPECT_EQ(io.OutputPixel4DM(r), 1);
+              EXPECT_EQ(io.OutputTexPixel4DM(p), 1);
+            }),
             "   65,  -128\n"
             "         1,        -22\n"
             "  0.00000000e+00,  -1.50000000e+00\n"
@@ -54,39 +51,37 @@ TEST(StreamOutput, defaultTextForms) {
             "    0,   128,   200,   255\n");
 }
 
-TEST(StreamOutput, layoutIsTheCallers) {
+TEST_F(StreamOutput, layoutIsTheCallers) {
   const int i[] = {1, 2};
   const float r[] = {0.5F, 2};
-  StreamFile file;
-  EXPECT_EQ(file.written([&](KwIOCL& io) {
-    io.SetSeparatorM(" 5%d ");
-    io.OutputDM(&i[0], &i[1]);
-    io.SetFmtM(1, "<%d>");
-    io.SetFmtM(3, "'%s'");
-    io.SetFmtM(5, "%g|%.1f");
-    io.OutputDM(&i[0], &i[1]);
-    io.OutputSM("x", 0, 0);
-    io.OutputPoint2DM(r);
-    io.SetAutoNewLineM(2);
-    io.LoadDefaultFmtM(5);
-    io.OutputPoint2DM(r);
-    io.SetSeparatorM("");
-    io.OutputDM(&i[0], &i[1]);
-  }),
-            "         1 5%d          2\n<1> 5%d <2>\n'x'\n0.5|2.0\n"
+  EXPECT_EQ(written([&](KwIOCL& io) {
+              io.SetSeparatorM(" 5%d ");
+              io.OutputDM(&i[0], &i[1]);
+              io.SetFmtM(1, "<%d>");
+              io.SetFmtM(3, "'%s'");
+              io.SetFmtM(2, "%.2f");
+              io.SetFmtM(5, "%g|%.1f");
+              io.OutputDM(&i[0], &i[1]);
+              io.OutputRM(&r[0], &r[1]);
+              io.OutputSM("x", 0, 0);
+              io.OutputPoint2DM(r);
+              io.SetAutoNewLineM(2);
+              io.LoadDefaultFmtM(5);
+              io.OutputPoint2DM(r);
+              io.SetSeparatorM("");
+              io.OutputDM(&i[0], &i[1]);
+            }),
+            "         1 5%d          2\n<1> 5%d <2>\n0.50 5%d 2.00\n'x'\n0.5|2.0\n"
             "  5.00000000e-01,   2.00000000e+00<1><2>");
 }
 
-TEST(StreamOutput, nineValuesShareALine) {
-  const float v = 1;
-  StreamFile file;
-  const std::string text =
-      file.written([&](KwIOCL& io) { io.OutputRM(&v, &v, &v, &v, &v, &v, &v, &v, &v); });
-  std::string expected = "  1.00000000e+00";
-  for (int i = 1; i < 9; ++i) {
-    expected += ",   1.00000000e+00";
-  }
-  EXPECT_EQ(text, expected + "\n");
+TEST_F(StreamOutput, nineValuesShareALine) {
+  const int v = 1;
+  const std::string text = written([&](KwIOCL& io) {
+    io.SetFmtM(1, "%d");
+    io.OutputDM(&v, &v, &v, &v, &v, &v, &v, &v, &v);
+  });
+  EXPECT_EQ(text, "1, 1, 1, 1, 1, 1, 1, 1, 1\n");
 }
 
 std::string printed(float value) {
@@ -98,7 +93,7 @@ std::string printed(float value) {
   return text;
 }
 
-TEST(StreamOutput, realsArePrintedAsByPrintf) {
+TEST_F(StreamOutput, realsArePrintedAsByPrintf) {
   std::mt19937 random(31);
   std::vector<float> values{INFINITY, -INFINITY,      NAN,  -0.0F,         1.17549435e-38F,
                             1.4e-45F, 3.40282347e38F, 0.5F, 9.99999999e9F, 1e-5F};
@@ -114,8 +109,7 @@ TEST(StreamOutput, realsArePrintedAsByPrintf) {
   for (const float value : values) {
     expected += printed(value);
   }
-  StreamFile file;
-  const std::string text = file.written([&](KwIOCL& io) {
+  const std::string text = written([&](KwIOCL& io) {
     for (const float value : values) {
       io.OutputRM(&value);
     }
@@ -123,14 +117,11 @@ TEST(StreamOutput, realsArePrintedAsByPrintf) {
   EXPECT_TRUE(text == expected);
 }
 
-TEST(StreamOutput, binaryForms) {
+TEST_F(StreamOutput, binaryForms) {
   const char c[] = {'A', 'B'};
   const int i[] = {1, -2, 3, 4};
   const float r[] = {1, 2, 3, 4};
-  StreamFile file;
-  const auto bytes = [&](const std::function<void(KwIOCL&)>& work) {
-    return file.written(work, "wb");
-  };
+  const auto bytes = [&](const std::function<void(KwIOCL&)>& work) { return written(work, "wb"); };
   const auto raw = [](const auto* values, std::size_t count) {
     return std::string(reinterpret_cast<const char*>(values), count * sizeof *values);
   };
@@ -153,46 +144,38 @@ TEST(StreamOutput, binaryForms) {
   EXPECT_EQ(bytes([&](KwIOCL& io) { io.OutputSM(nullptr, 6, 0); }), "");
 }
 
-TEST(StreamOutput, rawRealsNeedABinaryStream) {
-  StreamFile file;
+TEST_F(StreamOutput, rawRealsNeedABinaryStream) {
   float value = 1;
-  file.written([&](KwIOCL& io) {
+  written([&](KwIOCL& io) {
     EXPECT_EQ(thrownBy([&] { io.OutputRsM(&value, 1); }), 108);
     EXPECT_EQ(thrownBy([&] { io.InputRsM(&value, 1); }), 108);
   });
 }
 
-// A full disk shows when the buffered data reach it: at a later write or, at the latest, on
-// closing. Whoever closes is told; a destructor stays quiet.
-TEST(StreamOutput, fullDiskIsTold) {
+// A full disk shows when the buffered data reach it: at a later write or, at the latest, when the
+// stream is closed or replaced. Whoever does that is told; a destructor stays quiet.
+TEST_F(StreamOutput, fullDiskIsTold) {
   if (!std::filesystem::exists("/dev/full")) {
     GTEST_SKIP() << "no device that is always full";
   }
-  int value = 1;
-  KwIOCL io;
-  io.OpenM("/dev/full", "w");
-  io.OutputDM(&value);
-  EXPECT_EQ(thrownBy([&] { io.CloseM(); }), 108);
-  EXPECT_EQ(io.GetFileDescriptM(), nullptr);
-  EXPECT_EQ(io.CloseM(), 1);
-
-  io.OpenM("/dev/full", "wb");
-  EXPECT_EQ(thrownBy([&] {
-              for (int i = 0; i < 100000; ++i) {
-                io.OutputDM(&value);
-              }
-            }),
-            108);
-  static_cast<void>(thrownBy([&] { io.CloseM(); }));  // may tell of what is left
-  io.OpenM("/dev/full", "w");
-  io.OutputSM("lost", 0, 0);
-  EXPECT_EQ(thrownBy([&] { io.OpenM("/dev/null", "w"); }), 108);
-  io.OpenM("/dev/full", "w");
-  io.OutputSM("lost", 0, 0);
-  KwIOCL other;
-  EXPECT_EQ(thrownBy([&] { io = other; }), 108);
-  io.OpenM("/dev/full", "w");
-  io.OutputSM("lost", 0, 0);
+  const KwIOCL other;
+  const std::function<void()> ends[] = {[&] { io_.CloseM(); }, [&] { io_.OpenM("/dev/null", "w"); },
+                                        [&] { io_ = other; }};
+  for (const auto& end : ends) {
+    io_.OpenM("/dev/full", "w");
+    io_.OutputSM("lost", 0, 0);
+    EXPECT_EQ(thrownBy(end), 108);
+  }
+  EXPECT_EQ(io_.GetFileDescriptM(), nullptr);
+  EXPECT_EQ(io_.CloseM(), 1);
+  io_.OpenM("/dev/full", "wb");
+  const auto write = [&] {
+    for (int i = 0; i < 100000; ++i) {
+      io_.OutputDM(&i);
+    }
+  };
+  EXPECT_EQ(thrownBy(write), 108);
 }
 
 }  // namespace
+}  // namespace zel::test

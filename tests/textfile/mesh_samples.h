@@ -1,7 +1,5 @@
 #pragma once
 
-#include <random>
-
 #include "zel/mesh/node.h"
 #include "zel/mesh/quad.h"
 #include "zel/mesh/triangle.h"
@@ -33,32 +31,12 @@ inline QuadCL quad(int a, int b, int c, int d) {
   return made;
 }
 
-// Fills an array with `count` random elements, some of them deleted.
-using Random = std::mt19937;
-
-inline float anyFloat(Random& random) {
-  return std::uniform_real_distribution<float>(-1e3F, 1e3F)(random);
-}
-inline int anyInt(Random& random) { return static_cast<int>(random() % 100000U); }
-
-inline void add(Random& random, NodeArr* nodes) {
-  nodes->AddItemM(node(anyFloat(random), anyFloat(random), anyFloat(random)));
-}
-inline void add(Random& random, TriangleArr* faces) {
-  faces->AddItemM(triangle(anyInt(random), anyInt(random), anyInt(random)));
-}
-inline void add(Random& random, QuadArr* faces) {
-  faces->AddItemM(quad(anyInt(random), anyInt(random), anyInt(random), anyInt(random)));
-}
-
-template <class Array>
-void fill(Random& random, Array* array, int count) {
-  for (int i = 0; i < count; ++i) {
-    add(random, array);
-  }
-  for (int i = 0; i + 1 < count; i += 1 + static_cast<int>(random() % 7U)) {
-    array->DelItemM(i);
-  }
+/// An array of these elements, one by one added.
+template <class Array, class... Elements>
+Array arrayWith(const Elements&... elements) {
+  Array array;
+  (array.AddItemM(elements), ...);
+  return array;
 }
 
 }  // namespace zel::test

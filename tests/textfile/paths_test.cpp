@@ -3,52 +3,34 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <string>
 
 #include "zel/textfile/list_tags.h"
 
 namespace {
 
-struct Parts {
-  std::string path, name, extension, mainName;
-  int hasPath, hasExtension;
-};
-
-Parts partsOf(const char* fullName) {
-  char path[260], name[260], extension[260], mainName[260];
-  Parts parts;
-  parts.hasPath = slGetPathAndName(fullName, path, name);
-  parts.hasExtension = slGetFileExtension(fullName, extension);
-  EXPECT_EQ(slGetFileMainName(fullName, mainName), 1);
-  parts.path = path;
-  parts.name = name;
-  parts.extension = extension;
-  parts.mainName = mainName;
-  return parts;
-}
-
 TEST(Paths, splitsAtTheLastBackslashAndTheLastDot) {
   const struct {
-    const char* fullName;
-    Parts parts;
+    const char *fullName, *path, *name, *extension, *mainName;
+    int hasPath, hasExtension;
   } rows[] = {
-      {"c:\\tex\\wood.bmp", {"c:\\tex\\", "wood.bmp", "bmp", "wood", 1, 1}},
-      {"wood.tar.gz", {"", "wood.tar.gz", "gz", "wood.tar", 0, 1}},
-      {"c:\\tex\\", {"c:\\tex\\", "", "", "", 1, 0}},
-      {"a.b\\wood", {"a.b\\", "wood", "b\\wood", "wood", 1, 1}},
-      {"dir/wood", {"", "dir/wood", "", "dir/wood", 0, 0}},
-      {"", {"", "", "", "", 0, 0}},
-      {nullptr, {"", "", "", "", 0, 0}},
+      {"c:\\tex\\wood.bmp", "c:\\tex\\", "wood.bmp", "bmp", "wood", 1, 1},
+      {"wood.tar.gz", "", "wood.tar.gz", "gz", "wood.tar", 0, 1},
+      {"c:\\tex\\", "c:\\tex\\", "", "", "", 1, 0},
+      {"a.b\\wood", "a.b\\", "wood", "b\\wood", "wood", 1, 1},
+      {"dir/wood", "", "dir/wood", "", "dir/wood", 0, 0},
+      {"", "", "", "", "", 0, 0},
+      {nullptr, "", "", "", "", 0, 0},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.fullName != nullptr ? row.fullName : "(null)");
-    const Parts parts = partsOf(row.fullName);
-    EXPECT_EQ(parts.path, row.parts.path);
-    EXPECT_EQ(parts.name, row.parts.name);
-    EXPECT_EQ(parts.extension, row.parts.extension);
-    EXPECT_EQ(parts.mainName, row.parts.mainName);
-    EXPECT_EQ(parts.hasPath, row.parts.hasPath);
-    EXPECT_EQ(parts.hasExtension, row.parts.hasExtension);
+    char path[260], name[260], extension[260], mainName[260];
+    EXPECT_EQ(slGetPathAndName(row.fullName, path, name), row.hasPath);
+    EXPECT_EQ(slGetFileExtension(row.fullName, extension), row.hasExtension);
+    EXPECT_EQ(slGetFileMainName(row.fullName, mainName), 1);
+    EXPECT_STREQ(path, row.path);
+    EXPECT_STREQ(name, row.name);
+    EXPECT_STREQ(extension, row.extension);
+    EXPECT_STREQ(mainName, row.mainName);
   }
 }
 
