@@ -15,63 +15,39 @@ using namespace zel::test;
 
 TEST(TangentCircle, touchesBothLinesInTheAngleOfTheEnds) {
   RandomGeometry random(67);
-  int rounds = 0;
   int found = 0;
-  while (rounds < 4000) {
-    const Double3 corner = random.point(10);
-    const Double3 u = random.direction();
-    const Double3 v = random.direction();
+  for (int round = 0; round < 4000; ++round) {
+    const Double3 corner = random.point(10), u = random.direction(), v = random.direction();
     if (norm(cross(u, v)) < 0.1) {
       continue;
     }
-    ++rounds;
-    const Float3 a = narrow(corner + random.number(-9, -1) * u);
-    const Float3 b = narrow(corner + random.number(1, 9) * u);
-    const Float3 c = narrow(corner + random.number(10, 12) * v);
-    const Float3 d = narrow(corner + random.number(1, 9) * v);
-    const float radius = static_cast<float>(random.number(0.1, 3));
+    const Float3 a = narrow(corner + random.number(-9, -1) * u),
+                 b = narrow(corner + random.number(1, 9) * u),
+                 c = narrow(corner + random.number(10, 12) * v),
+                 d = narrow(corner + random.number(1, 9) * v);
+    const float radius = random.number(0.1, 3);
     Float3 centre, touch1, touch2;
-    if (slGetTangentCircle(a.data(), b.data(), c.data(), d.data(), radius, centre.data(),
-                           touch1.data(), touch2.data()) != 1) {
+    if (slGetTangentCircle(a, b, c, d, radius, centre, touch1, touch2) != 1) {
       continue;  // rounded to lines that pass each other by more than the tolerance
     }
     ++found;
-    const Double3 m = widen(centre.data());
     for (const auto& [touch, direction] : {std::pair(touch1, u), std::pair(touch2, v)}) {
-      const Double3 t = widen(touch.data());
-      EXPECT_NEAR(norm(m - t), radius, 5e-4);
-      EXPECT_NEAR(dot(m - t, direction), 0, 5e-4);
+      const Double3 t = widen(touch), toCentre = widen(centre) - t;
+      EXPECT_NEAR(norm(toCentre), radius, 5e-4);
+      EXPECT_NEAR(dot(toCentre, direction), 0, 5e-4);
       EXPECT_LT(norm(cross(t - corner, direction)), 5e-4) << "on its line";
       EXPECT_GT(dot(t - corner, direction), 0) << "on the side of b and d";
     }
   }
-  EXPECT_GT(found, 3900);
-}
-
-TEST(TangentCircle, roundsOffACornerOfTwoSegments) {
-  const float a[]{0, 0, 0};
-  const float corner[]{4, 0, 0};
-  const float d[]{4, 0, 3};
-  Float3 centre, touch1, touch2;
-  EXPECT_EQ(
-      slGetTangentCircle(a, corner, corner, d, 1.0F, centre.data(), touch1.data(), touch2.data()),
-      1);
-  EXPECT_EQ(centre, (Float3{3, 0, 1}));
-  EXPECT_EQ(touch1, (Float3{3, 0, 0}));
-  EXPECT_EQ(touch2, (Float3{4, 0, 1}));
+  EXPECT_GT(found, 3800);
 }
 
 TEST(TangentCircle, refusesWhatHasNoneAndLeavesTheOutputs) {
-  const float o[]{0, 0, 0};
-  const float x[]{1, 0, 0};
-  const float z[]{0, 0, 1};
-  const float xz[]{1, 0, 1};
-  const float above[]{0, 0.001F, 0};
-  const float aboveZ[]{0, 0.001F, 1};
-  Float3 out{-7, -7, -7};
-  const auto circle = [&out](const float* a, const float* b, const float* c, const float* d,
-                             float r) {
-    return slGetTangentCircle(a, b, c, d, r, out.data(), out.data(), out.data());
+  const Float3 o{0, 0, 0}, x{1, 0, 0}, z{0, 0, 1}, xz{1, 0, 1};
+  const Float3 above{0, 0.001F, 0}, aboveZ{0, 0.001F, 1};
+  Float3 centre{-7, -7, -7}, touch1 = centre, touch2 = centre;
+  const auto circle = [&](Float3 a, Float3 b, Float3 c, Float3 d, float r) {
+    return slGetTangentCircle(a, b, c, d, r, centre, touch1, touch2);
   };
   EXPECT_EQ(circle(o, x, z, xz, 1), 0) << "parallel";
   EXPECT_EQ(circle(o, o, o, z, 1), 0) << "no line";
@@ -79,8 +55,14 @@ TEST(TangentCircle, refusesWhatHasNoneAndLeavesTheOutputs) {
   for (const float radius : {0.0F, -1.0F, zel::kTolerance, NAN, INFINITY, 3.4e38F}) {
     EXPECT_EQ(circle(o, x, o, xz, radius), 0) << radius;
   }
-  EXPECT_EQ(out[0], -7.0F);
-  EXPECT_EQ(circle(o, x, o, z, 1), 1);
+  for (const Float3& out : {centre, touch1, touch2}) {
+    EXPECT_EQ(out, (Float3{-7, -7, -7}));
+  }
+  const Float3 corner{4, 0, 0}, end{4, 0, 3};
+  EXPECT_EQ(circle(o, corner, corner, end, 1), 1) << "of two segments, rounded off";
+  EXPECT_EQ(centre, (Float3{3, 0, 1}));
+  EXPECT_EQ(touch1, (Float3{3, 0, 0}));
+  EXPECT_EQ(touch2, (Float3{4, 0, 1}));
 }
 
 }  // namespace

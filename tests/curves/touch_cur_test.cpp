@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <numbers>
@@ -16,6 +16,8 @@
 namespace {
 
 using namespace zel::test;
+
+constexpr Float3 kFirst{1, 2, 3}, kSecond{4, 5, 6}, kCentre{7, 8, 9}, kOrigin{0, 0, 0};
 
 Float3 pointAt(const float* p) { return {p[0], p[1], p[2]}; }
 
@@ -29,25 +31,37 @@ TouchCurD emptyRecord() {
   return c;
 }
 
-/// A line from (1, 2, 3) to (4, 5, 6) with a centre of (7, 8, 9).
-TouchCurD numberedRecord(int type, int direction = 143) {
+TouchCurD lineOf(Float3 from, Float3 to, int type = 1) {
   TouchCurD c = emptyRecord();
-  const float p1[]{1, 2, 3};
-  const float p2[]{4, 5, 6};
-  const float centre[]{7, 8, 9};
-  slSetArc(&c, type, direction, p1, centre, p2, 2.0F, 0.5F, 1.0F);
+  EXPECT_EQ(slSetLine(&c, type, from, to), 1);
   return c;
 }
 
-/// The arc of a profile between two angles about a centre, as type 146.
-TouchCurD profileArc(const float (&centre)[3], float radius, float from, float to) {
-  const auto onCircle = [&](float angle) {
-    return narrow({centre[0] + radius * std::sin(static_cast<double>(angle)), centre[1],
-                   centre[2] + radius * std::cos(static_cast<double>(angle))});
+/// A record from (1, 2, 3) to (4, 5, 6) with a centre of (7, 8, 9).
+TouchCurD numberedRecord(int type, int direction = 143) {
+  TouchCurD c = emptyRecord();
+  slSetArc(&c, type, direction, kFirst, kCentre, kSecond, 2.0F, 0.5F, 1.0F);
+  return c;
+}
+
+/// The arc of a profile between two angles about a centre, with a radius of 2 and type 146.
+TouchCurD profileArc(Double3 centre, float from, float to) {
+  const auto onCircle = [&](double angle) {
+    return narrow(centre + 2.0 * Double3{std::sin(angle), 0, std::cos(angle)});
   };
   TouchCurD c = emptyRecord();
-  slSetArc(&c, 146, 143, onCircle(from).data(), centre, onCircle(to).data(), radius, from, to);
+  slSetArc(&c, 146, 143, onCircle(from), narrow(centre), onCircle(to), 2.0F, from, to);
   return c;
+}
+
+/// The ends in the direction of travel, each by both of its functions.
+std::pair<Float3, Float3> endsOf(const TouchCurD& c) {
+  Float3 start, start2, end, end2;
+  EXPECT_EQ(slGetStartPnt(&c, start) + slGetCurveStartPnt(&c, start2), 2);
+  EXPECT_EQ(slGetCurveEndPnt(&c, end) + GetCurveEndPnt(&c, end2), 2);
+  EXPECT_EQ(start, start2);
+  EXPECT_EQ(end, end2);
+  return {start, end};
 }
 
 TEST(TouchCur, emptyRecordIsMarkedInEveryField) {
@@ -63,206 +77,168 @@ TEST(TouchCur, emptyRecordIsMarkedInEveryField) {
 }
 
 TEST(TouchCur, fieldsAreSetAndOthersLeftAlone) {
-  TouchCurD line = emptyRecord();
-  const float p1[]{1, 2, 3};
-  const float p2[]{4, 5, 6};
-  EXPECT_EQ(slSetLine(&line, 164, p1, p2), 1);
   TouchCurD expected = emptyRecord();
   expected.type = 164;
-  std::memcpy(expected.startPnt, p1, sizeof p1);
-  std::memcpy(expected.endPnt, p2, sizeof p2);
-  EXPECT_TRUE(sameBytes(line, expected));
+  std::copy_n(kFirst.data(), 3, expected.startPnt);
+  std::copy_n(kSecond.data(), 3, expected.endPnt);
+  EXPECT_TRUE(sameBytes(lineOf(kFirst, kSecond, 164), expected));
 
-  const TouchCurD arc = numberedRecord(156, 144);
-  EXPECT_EQ(pointAt(arc.startPnt), (Float3{1, 2, 3})) << "stored as given in either direction";
-  EXPECT_EQ(arc.radius1, 2.0F);
-  EXPECT_EQ(arc.radius2, 2.0F);
-  EXPECT_EQ(arc.auxPnt1[0], -1e18F);
+  expected.type = 156;
+  expected.direction = 144;  // the ends are stored as given in either direction
+  std::copy_n(kCentre.data(), 3, expected.centre);
+  expected.radius1 = expected.radius2 = 2.0F;
+  expected.startAng = 0.5F;
+  expected.endAng = 1.0F;
   TouchCurD copy;
-  EXPECT_EQ(slTouchCurDCopy(arc, &copy), 1);
-  EXPECT_TRUE(sameBytes(arc, copy));
+  EXPECT_EQ(slTouchCurDCopy(numberedRecord(156, 144), &copy), 1);
+  EXPECT_TRUE(sameBytes(copy, expected));
 }
 
 TEST(TouchCur, fieldsOfTheRecordMayBeItsOwnArguments) {
   TouchCurD c = numberedRecord(1);
   slSetLine(&c, 1, c.endPnt, c.startPnt);
-  EXPECT_EQ(pointAt(c.startPnt), (Float3{4, 5, 6}));
-  EXPECT_EQ(pointAt(c.endPnt), (Float3{1, 2, 3}));
+  EXPECT_EQ(endsOf(c), std::pair(kSecond, kFirst));
   slTouchCurDMove(c.endPnt, &c);
-  EXPECT_EQ(pointAt(c.startPnt), (Float3{5, 7, 9}));
-  EXPECT_EQ(pointAt(c.endPnt), (Float3{2, 4, 6}));
+  EXPECT_EQ(endsOf(c), std::pair(Float3{5, 7, 9}, Float3{2, 4, 6}));
 }
 
 TEST(TouchCur, travelRunsBackwardOnlyOnArcs) {
-  const Float3 first{1, 2, 3};
-  const Float3 second{4, 5, 6};
   for (const int type : {1, 163, 164, 146, 154, 156, 159, 0, -5}) {
     for (const int direction : {143, 144, 0}) {
-      const TouchCurD c = numberedRecord(type, direction);
-      const bool isLine = type == 1 || type == 163 || type == 164;
-      const bool forward = isLine || direction == 143;
-      Float3 start, start2, end, end2;
-      EXPECT_EQ(slGetStartPnt(&c, start.data()) + slGetCurveStartPnt(&c, start2.data()), 2);
-      EXPECT_EQ(slGetCurveEndPnt(&c, end.data()) + GetCurveEndPnt(&c, end2.data()), 2);
-      EXPECT_EQ(start, forward ? first : second) << type << " " << direction;
-      EXPECT_EQ(end, forward ? second : first) << type << " " << direction;
-      EXPECT_EQ(start, start2);
-      EXPECT_EQ(end, end2);
+      const bool forward = type == 1 || type == 163 || type == 164 || direction == 143;
+      EXPECT_EQ(endsOf(numberedRecord(type, direction)),
+                forward ? std::pair(kFirst, kSecond) : std::pair(kSecond, kFirst))
+          << type << " " << direction;
     }
   }
 }
 
 TEST(TouchCur, settersWriteWhatTheGettersRead) {
-  const float p[]{-1, -2, -3};
+  const Float3 p{-1, -2, -3};
   for (const int direction : {143, 144}) {
+    const TouchCurD before = numberedRecord(156, direction);
+    const auto [start, end] = endsOf(before);
     for (const auto set : {slSetCurveStartPnt, slSetStartPnt}) {
-      TouchCurD c = numberedRecord(156, direction);
+      TouchCurD c = before;
       EXPECT_EQ(set(&c, p), 1);
-      EXPECT_EQ(pointAt(direction == 143 ? c.startPnt : c.endPnt), pointAt(p));
-      EXPECT_EQ(pointAt(direction == 143 ? c.endPnt : c.startPnt)[0], direction == 143 ? 4 : 1);
+      EXPECT_EQ(endsOf(c), std::pair(p, end));
     }
     for (const auto set : {slSetCurveEndPnt, slSetEndPnt}) {
-      TouchCurD c = numberedRecord(156, direction);
+      TouchCurD c = before;
       EXPECT_EQ(set(&c, p), 1);
-      EXPECT_EQ(pointAt(direction == 143 ? c.endPnt : c.startPnt), pointAt(p));
+      EXPECT_EQ(endsOf(c), std::pair(start, p));
     }
   }
 }
 
 TEST(TouchCur, elementWithoutExtentMovesAsAWhole) {
-  const float p[]{5, 5, 5};
+  const Float3 p{5, 5, 5};
   // A difference of exactly the tolerance still counts as none, on each axis for itself.
   for (const float apart : {0.0F, zel::kTolerance, std::nextafter(zel::kTolerance, 1.0F)}) {
     for (const auto set : {slSetStartPnt, slSetEndPnt}) {
-      TouchCurD c = emptyRecord();
-      const float p1[]{0, 0, 0};
-      const float p2[]{apart, -apart, apart};
-      slSetLine(&c, 1, p1, p2);
+      TouchCurD c = lineOf(kOrigin, {apart, -apart, apart});
       const bool collapsed = apart <= zel::kTolerance;
       EXPECT_EQ(set(&c, p), collapsed ? 0 : 1);
-      EXPECT_EQ(c.startPnt[0] == 5 && c.endPnt[0] == 5, collapsed);
+      EXPECT_EQ(endsOf(c) == std::pair(p, p), collapsed);
     }
   }
-  TouchCurD c = emptyRecord();
-  slSetLine(&c, 1, p, p);
-  const float q[]{6, 6, 6};
-  EXPECT_EQ(slSetCurveStartPnt(&c, q), 1) << "knows no such rule";
-  EXPECT_EQ(c.endPnt[0], 5);
+  TouchCurD c = lineOf(p, p);
+  EXPECT_EQ(slSetCurveStartPnt(&c, kFirst), 1) << "knows no such rule";
+  EXPECT_EQ(pointAt(c.endPnt), p);
 }
 
 TEST(TouchCurMove, centreStaysOnlyForPlainLines) {
-  const float d[]{1, 1, 1};
   for (const int type : {1, 163, 164, 146, 156, -2147483647}) {
     TouchCurD c = numberedRecord(type);
-    slTouchCurDMove(d, &c);
+    slTouchCurDMove(Float3{1, 1, 1}, &c);
     EXPECT_EQ(pointAt(c.startPnt), (Float3{2, 3, 4}));
     EXPECT_EQ(pointAt(c.endPnt), (Float3{5, 6, 7}));
-    EXPECT_EQ(c.centre[1], type == 1 ? 8 : 9) << type;
+    EXPECT_EQ(pointAt(c.centre), type == 1 ? kCentre : (Float3{8, 9, 10})) << type;
   }
 }
 
 TEST(TouchCurMirror, anglesStayThoseOfTheMirroredPoints) {
   RandomGeometry random(51);
   for (int round = 0; round < 2000; ++round) {
-    const float centre[]{static_cast<float>(random.number(-5, 5)), 0.5F,
-                         static_cast<float>(random.number(-5, 5))};
-    const float from = static_cast<float>(random.number(0.01, 6.2));
-    const float to = from + static_cast<float>(random.number(0.01, 6.0));
-    TouchCurD c = profileArc(centre, 2.0F, from, to > 6.28F ? 6.28F : to);
-    const TouchCurD before = c;
-    const float axis[]{9, 9, static_cast<float>(random.number(-5, 5))};
+    const Double3 centre = random.point(5);
+    const float from = random.number(0.01, 6.2), to = from + random.number(0.01, 6.0);
+    const Float3 axis{9, 9, random.number(-5, 5)};
+    TouchCurD c = profileArc(centre, from, std::min(to, 6.28F));
     EXPECT_EQ(slTouchCurDMirror(&c, axis, 0), 0);
     EXPECT_EQ(c.direction, 144);
     EXPECT_GE(c.startAng, c.endAng);
-    EXPECT_FLOAT_EQ(c.centre[2], 2 * axis[2] - before.centre[2]);
-    const float angles[]{c.startAng, c.endAng};
-    const float* points[]{c.startPnt, c.endPnt};
-    for (int i = 0; i < 2; ++i) {
-      EXPECT_NEAR(c.centre[0] + 2 * std::sin(angles[i]), points[i][0], 2e-5);
-      EXPECT_NEAR(c.centre[2] + 2 * std::cos(angles[i]), points[i][2], 2e-5);
-    }
+    EXPECT_NEAR(c.centre[2], 2 * axis[2] - centre[2], 2e-6);
+    const TouchCurD image = profileArc(widen(c.centre), c.startAng, c.endAng);
+    EXPECT_LT(apart(c.startPnt, widen(image.startPnt)), 3e-5);
+    EXPECT_LT(apart(c.endPnt, widen(image.endPnt)), 3e-5);
     slTouchCurDMirror(&c, axis, 0);
     EXPECT_EQ(c.direction, 143);
     EXPECT_LE(c.startAng, c.endAng);
-    EXPECT_NEAR(std::remainder(c.startAng - before.startAng, 2 * std::numbers::pi), 0, 1e-5);
+    EXPECT_NEAR(std::remainder(c.startAng - from, 2 * std::numbers::pi), 0, 1e-5);
   }
 }
 
 TEST(TouchCurMirror, resultIsAlwaysZeroAndOnlyModeZeroMirrors) {
-  const float axis[]{0, 0, 0};
   TouchCurD c = numberedRecord(146);
-  EXPECT_EQ(slTouchCurDMirror(&c, axis, 1), 0);
+  EXPECT_EQ(slTouchCurDMirror(&c, kOrigin, 1), 0);
   EXPECT_TRUE(sameBytes(c, numberedRecord(146)));
-  EXPECT_EQ(slTouchCurDMirror(&c, axis, 0), 0);
+  EXPECT_EQ(slTouchCurDMirror(&c, kOrigin, 0), 0);
   EXPECT_EQ(bits(c.startAng), bits(3.1415925F - 0.5F));
   EXPECT_EQ(bits(c.endAng), bits(3.1415925F - 1.0F));
   for (const int type : {1, 154, 156, 163, 164}) {
-    TouchCurD other = numberedRecord(type);
-    slTouchCurDMirror(&other, axis, 0);
-    EXPECT_EQ(other.startPnt[2], -3.0F);
-    EXPECT_EQ(other.endPnt[2], -6.0F);
-    EXPECT_EQ(other.centre[2], 9.0F);
-    EXPECT_EQ(other.direction, 143);
-    EXPECT_EQ(other.startAng, 0.5F);
+    TouchCurD other = numberedRecord(type), expected = other;
+    slTouchCurDMirror(&other, kOrigin, 0);
+    expected.startPnt[2] = -3.0F;
+    expected.endPnt[2] = -6.0F;
+    EXPECT_TRUE(sameBytes(other, expected)) << type;
   }
 }
 
 TEST(TouchCurMirror, whateverIsNotForwardBecomesForward) {
-  const float axis[]{0, 0, 0};
   for (const int direction : {144, 0, -2147483647}) {
     TouchCurD c = numberedRecord(146, direction);
-    slTouchCurDMirror(&c, axis, 0);
+    slTouchCurDMirror(&c, kOrigin, 0);
     EXPECT_EQ(c.direction, 143);
     EXPECT_EQ(c.endAng, (3.1415925F - 1.0F) + 6.283185F) << "start exceeded the end";
   }
 }
 
 TEST(TouchCurTransCoord, lineTakesItsEndAlongOnlyInMode55) {
-  const float p[]{10, 20, 30};
+  const auto expectCarried = [](int mode, Float3 to, Float3 end) {
+    Float3 out{};
+    TouchCurD c = numberedRecord(1);
+    EXPECT_EQ(slTouchCurTransCoord(&c, mode, nullptr, to, out), 1);
+    EXPECT_EQ(endsOf(c), std::pair(to, end));
+    EXPECT_EQ(out, end);
+  };
+  expectCarried(55, {10, 20, 30}, {13, 23, 33});
+  expectCarried(54, {10, 20, 30}, kSecond);
+  // The carried end meets the old start, and the line collapses.
   Float3 out{};
   TouchCurD c = numberedRecord(1);
-  EXPECT_EQ(slTouchCurTransCoord(&c, 55, nullptr, p, out.data()), 1);
-  EXPECT_EQ(pointAt(c.startPnt), (Float3{10, 20, 30}));
-  EXPECT_EQ(out, (Float3{13, 23, 33}));
-  EXPECT_EQ(pointAt(c.endPnt), out);
-  c = numberedRecord(1);
-  EXPECT_EQ(slTouchCurTransCoord(&c, 54, nullptr, p, out.data()), 1);
-  EXPECT_EQ(pointAt(c.startPnt), (Float3{10, 20, 30}));
-  EXPECT_EQ(out, (Float3{4, 5, 6}));
-}
-
-TEST(TouchCurTransCoord, carriedEndThatMeetsTheOldStartCollapsesTheLine) {
-  const float p[]{-2, -1, 0};  // start minus the line's vector
-  Float3 out{};
-  TouchCurD c = numberedRecord(1);
-  EXPECT_EQ(slTouchCurTransCoord(&c, 55, nullptr, p, out.data()), 1);
-  EXPECT_EQ(out, pointAt(p));
-  EXPECT_EQ(pointAt(c.startPnt), out);
-  EXPECT_EQ(pointAt(c.endPnt), out);
+  const Float3 p{-2, -1, 0};
+  EXPECT_EQ(slTouchCurTransCoord(&c, 55, nullptr, p, out), 1);
+  EXPECT_EQ(endsOf(c), std::pair(p, p));
+  EXPECT_EQ(out, p);
 }
 
 TEST(TouchCurTransCoord, arcIsMovedToBeginAtThePoint) {
-  const float p[]{10, 20, 30};
+  const Float3 p{10, 20, 30};
   for (int type = 150; type <= 165; ++type) {
     for (const int direction : {143, 144, 7}) {
       TouchCurD c = numberedRecord(type, direction);
       Float3 out{};
       const bool isArc = type >= 154 && type <= 159;
-      EXPECT_EQ(slTouchCurTransCoord(&c, 55, nullptr, p, out.data()), isArc ? 1 : 0);
+      EXPECT_EQ(slTouchCurTransCoord(&c, 55, nullptr, p, out), isArc ? 1 : 0);
       if (!isArc) {
         EXPECT_TRUE(sameBytes(c, numberedRecord(type, direction)));
-        EXPECT_EQ(out, pointAt(p));
+        EXPECT_EQ(out, p);
         continue;
       }
-      Float3 start, end;
-      slGetStartPnt(&c, start.data());
-      slGetCurveEndPnt(&c, end.data());
-      const float step = direction == 143 ? 3.0F : -3.0F;
-      EXPECT_EQ(start, pointAt(p));
-      EXPECT_EQ(end, (Float3{10 + step, 20 + step, 30 + step}));
-      EXPECT_EQ(out, end);
-      const float first = direction == 143 ? 1.0F : 4.0F;
-      EXPECT_EQ(c.centre[0], 7.0F + 10.0F - first);
+      const bool forward = direction == 143;
+      EXPECT_EQ(out, forward ? (Float3{13, 23, 33}) : (Float3{7, 17, 27}));
+      EXPECT_EQ(endsOf(c), std::pair(p, out));
+      EXPECT_EQ(c.centre[0], 7.0F + 10.0F - (forward ? 1.0F : 4.0F));
     }
   }
 }
@@ -270,80 +246,59 @@ TEST(TouchCurTransCoord, arcIsMovedToBeginAtThePoint) {
 TEST(TouchCurOffset, lineMovesPerpendicularTowardTheReference) {
   RandomGeometry random(52);
   for (int round = 0; round < 2000; ++round) {
+    const Double3 start = random.point(10), along = random.direction(), ref = random.direction();
+    const float dist = random.number(-3, 3);
     TouchCurD c = numberedRecord(round % 2 == 0 ? 1 : 164);
-    const Double3 start = random.point(10);
-    const Double3 along = random.direction();
-    const Double3 ref = random.direction();
-    slSetLine(&c, c.type, narrow(start).data(), narrow(start + 5.0 * along).data());
-    const TouchCurD before = c;
-    const float dist = static_cast<float>(random.number(-3, 3));
-    slTouchCurDOffset(dist, narrow(ref).data(), &c);
+    slSetLine(&c, c.type, narrow(start), narrow(start + 5.0 * along));
+    slTouchCurDOffset(dist, narrow(ref), &c);
     if (norm(cross(along, ref)) < 0.01) {
       continue;
     }
-    const Double3 aside = unit(ref - dot(ref, along) * along);
-    for (int axis = 0; axis < 3; ++axis) {
-      const double step = dist * aside[static_cast<std::size_t>(axis)];
-      EXPECT_NEAR(c.startPnt[axis], before.startPnt[axis] + step, 2e-4);
-      EXPECT_NEAR(c.endPnt[axis], before.endPnt[axis] + step, 2e-4);
-      EXPECT_NEAR(c.centre[axis], before.centre[axis] + (c.type == 1 ? 0 : step), 2e-4);
-    }
+    const Double3 step = dist * unit(ref - dot(ref, along) * along);
+    EXPECT_LT(apart(c.startPnt, start + step), 3e-4);
+    EXPECT_LT(apart(c.endPnt, start + 5.0 * along + step), 3e-4);
+    EXPECT_LT(apart(c.centre, widen(kCentre) + (c.type == 1 ? 0 : 1) * step), 3e-4);
   }
 }
 
 TEST(TouchCurOffset, arcGrowsTowardTheSideOfTheReferenceAtItsStart) {
-  const float centre[]{1, 2, 3};
-  const float outward[]{1, 0, 0};
-  const float inward[]{-1, 0, 0};
-  const TouchCurD before = profileArc(centre, 2.0F, zel::kHalfPi, zel::kPi);
-  TouchCurD c = before;
-  slTouchCurDOffset(0.5F, outward, &c);
-  EXPECT_EQ(c.radius1, 2.5F);
-  EXPECT_FLOAT_EQ(c.startPnt[0], 3.5F);
-  EXPECT_FLOAT_EQ(c.endPnt[2], 0.5F);
-  EXPECT_EQ(c.radius2, 2.0F);
-  EXPECT_EQ(pointAt(c.centre), pointAt(before.centre));
-  c = before;
-  slTouchCurDOffset(0.5F, inward, &c);
-  EXPECT_EQ(c.radius1, 1.5F);
-  EXPECT_FLOAT_EQ(c.startPnt[0], 2.5F);
-  EXPECT_FLOAT_EQ(c.endPnt[2], 1.5F) << "the side is decided once, at the start";
+  // From (3, 2, 3) to (1, 2, 1): the side is decided once, at the start.
+  const TouchCurD before = profileArc({1, 2, 3}, zel::kHalfPi, zel::kPi);
+  for (const float side : {1.0F, -1.0F}) {
+    TouchCurD c = before;
+    slTouchCurDOffset(0.5F, Float3{side, 0, 0}, &c);
+    EXPECT_EQ(c.radius1, 2.0F + 0.5F * side);
+    EXPECT_EQ(c.radius2, 2.0F);
+    EXPECT_LT(apart(c.startPnt, {3 + 0.5 * side, 2, 3}), 1e-6);
+    EXPECT_LT(apart(c.endPnt, {1, 2, 1 - 0.5 * side}), 1e-6);
+    EXPECT_EQ(pointAt(c.centre), pointAt(before.centre));
+  }
 }
 
 TEST(TouchCurOffset, otherElementsAndUndecidedSidesAreLeftAlone) {
-  const float ref[]{0, 1, 0};
-  for (const int type : {163, 154, 155, 156, 158, 159, 0}) {
-    TouchCurD c = numberedRecord(type);
+  const auto expectLeftAlone = [](const TouchCurD& before, Float3 ref) {
+    TouchCurD c = before;
     slTouchCurDOffset(1.0F, ref, &c);
-    EXPECT_TRUE(sameBytes(c, numberedRecord(type))) << type;
+    EXPECT_TRUE(sameBytes(c, before)) << before.type;
+  };
+  for (const int type : {163, 154, 155, 156, 158, 159, 0}) {
+    expectLeftAlone(numberedRecord(type), {0, 1, 0});
   }
-  const float centre[]{0, 0, 0};
-  const TouchCurD arc = profileArc(centre, 2.0F, 0.5F, 1.0F);
-  TouchCurD c = arc;
-  slTouchCurDOffset(1.0F, ref, &c);  // perpendicular to the arc's plane
-  EXPECT_TRUE(sameBytes(c, arc));
-  TouchCurD line = numberedRecord(1);
-  const float alongTheLine[]{2, 2, 2};
-  slTouchCurDOffset(1.0F, alongTheLine, &line);
-  EXPECT_TRUE(sameBytes(line, numberedRecord(1)));
+  expectLeftAlone(profileArc({0, 0, 0}, 0.5F, 1.0F), {0, 1, 0});  // perpendicular to its plane
+  expectLeftAlone(numberedRecord(1), {2, 2, 2});                  // along the line
 }
 
 TEST(PointToCircle, isMovedRadially) {
   RandomGeometry random(53);
   for (int round = 0; round < 1000; ++round) {
-    const float centre[]{static_cast<float>(random.number(-9, 9)),
-                         static_cast<float>(random.number(-9, 9))};
-    float p[]{static_cast<float>(random.number(-9, 9)), static_cast<float>(random.number(-9, 9))};
-    const double angle = std::atan2(p[1] - centre[1], p[0] - centre[0]);
-    EXPECT_EQ(slCalCirPnt(centre, 3.0F, p), 1);
-    EXPECT_NEAR(p[0], centre[0] + 3 * std::cos(angle), 1e-4);
-    EXPECT_NEAR(p[1], centre[1] + 3 * std::sin(angle), 1e-4);
+    const Double3 centre = random.flatPoint(9), before = random.flatPoint(9);
+    Float3 p = narrow(before);
+    EXPECT_EQ(slCalCirPnt(narrow(centre), 3.0F, p), 1);
+    EXPECT_LT(apart(p, centre + 3 * unit(before - centre)), 1e-4);
   }
-  const float centre[]{1, 2};
-  float p[]{1, 2};
-  EXPECT_EQ(slCalCirPnt(centre, 3.0F, p), 0);
-  EXPECT_EQ(p[0], 4.0F);
-  EXPECT_EQ(p[1], 2.0F);
+  Float3 p = kFirst;
+  EXPECT_EQ(slCalCirPnt(kFirst, 3.0F, p), 0);
+  EXPECT_EQ(p, (Float3{4, 2, 3})) << "the centre itself goes along +x";
 }
 
 }  // namespace

@@ -6,80 +6,74 @@
 #include <cmath>
 #include <vector>
 
+#include "geometry/geometry_values.h"
 #include "geometry/random_geometry.h"
 #include "support/bits.h"
-#include "zel/core/constants.h"
 #include "zel/geometry/circle_angles.h"
 #include "zel/geometry/coordinate_systems.h"
-#include "zel/geometry/matrices.h"
 #include "zel/geometry/motions.h"
 
 namespace {
 
 using namespace zel::test;  // NOLINT
-using zel::kPi;
-using zel::kTwoPi;
 
 TEST(CircleAngles, roundTripOverTheFullTurn) {
   RandomGeometry random(131);
   for (int repeat = 0; repeat < 3000; ++repeat) {
-    const double angle = random.number(0.1, 6.1), r = random.number(0.5, 4);
+    const double angle = random.number(0.1, 6.1);
+    const float r = random.number(0.5, 4);
     const Double3 c = random.point(2);
-    const Float3 p = narrow(c + r * Double3{std::cos(angle), std::sin(angle), 0});
-    const bool snaps = std::fabs(std::cos(angle)) > 0.9998;
-    EXPECT_NEAR(slGetCircleAng(narrow(c).data(), p.data(), static_cast<float>(r)), angle,
-                snaps ? 0.025 : 5e-5);
-    const float v[3]{p[0] - static_cast<float>(c[0]), p[1] - static_cast<float>(c[1]), 0};
-    EXPECT_NEAR(slGetCentralAngle(v), angle, snaps ? 0.025 : 5e-5);
+    const Float3 p = narrow(c + r * flatDirection(angle)), v = narrow(widen(p) - c);
+    const double tolerance = std::fabs(std::cos(angle)) > 0.9998 ? 0.025 : 5e-5;  // it snaps
+    EXPECT_NEAR(slGetCircleAng(narrow(c), p, r), angle, tolerance);
+    EXPECT_NEAR(slGetCentralAngle(v), angle, tolerance);
   }
 }
 
 TEST(CircleAngles, straightDownHasTheAngleOfStraightUpAsACentralAngle) {
-  const float down[3]{0, -1, 0}, almost[3]{1e-9F, -1, 0}, origin[2]{0, 0}, null[3]{0, 0, 0};
+  const Float3 down{0, -1, 0}, almost{1e-9F, -1, 0}, origin{0, 0, 0};
   EXPECT_FLOAT_EQ(slGetCentralAngle(down), 1.5707963F);
   EXPECT_FLOAT_EQ(slGetCentralAngle(almost), 4.712389F);
   EXPECT_FLOAT_EQ(slGetCircleAng(origin, down, 1.0F), 4.712389F);
   EXPECT_FLOAT_EQ(slGetCircleAng(origin, down, -1.0F), 1.5707963F);
-  EXPECT_TRUE(std::isnan(slGetCentralAngle(null)));
+  EXPECT_TRUE(std::isnan(slGetCentralAngle(origin)));
 }
 
 TEST(CircleIntersection, lineMeetsTheSphereInPointsOfBoth) {
   RandomGeometry random(132);
   for (int repeat = 0; repeat < 5000; ++repeat) {
     const Double3 a = random.point(3), u = random.direction(), c = random.point(3);
-    const double r = random.number(0.2, 4);
-    const Float3 fa = narrow(a), fb = narrow(a + random.number(0.5, 3) * u), fc = narrow(c);
+    const float r = random.number(0.2, 4);
+    const Float3 start = narrow(a), end = narrow(a + random.number(0.5, 3) * u), centre = narrow(c);
     const Double3 foot = a + dot(c - a, u) * u;
     const double height = norm(c - foot);
     if (std::fabs(height - r) < 0.01) {
       continue;
     }
-    float out[2][3];
-    const int result =
-        slIntersectLineCircle(fc.data(), static_cast<float>(r), fa.data(), fb.data(), out);
-    ASSERT_EQ(result, height < r ? 2 : 1);
-    const double half = height < r ? std::sqrt(r * r - height * height) : 0.0;
-    EXPECT_LT(norm(widen(out[0]) - (foot + half * u)), 1e-4);
-    if (result == 2) {
-      EXPECT_LT(norm(widen(out[1]) - (foot - half * u)), 1e-4);
+    const int expected = height < r ? 2 : 1;
+    const double half = height < r ? std::sqrt(double{r} * r - height * height) : 0.0;
+    float out[2][3], again[2][3];
+    ASSERT_EQ(slIntersectLineCircle(centre, r, start, end, out), expected);
+    EXPECT_LT(apart(out[0], foot + half * u), 1e-4);
+    if (expected == 2) {
+      EXPECT_LT(apart(out[1], foot - half * u), 1e-4);
     }
-    float again[2][3];
-    EXPECT_EQ(slIntersectLineSphere(fc.data(), static_cast<float>(r), fa.data(), fb.data(), again),
-              result);
-    EXPECT_EQ(widen(again[0]), widen(out[0]));
+    EXPECT_EQ(slIntersectLineSphere(centre, r, start, end, again), expected);
+    EXPECT_TRUE(samePoint(again[0], out[0]));
   }
 }
 
 TEST(CircleIntersection, missingLineAnswersLikeATangentOne) {
-  const float c[3]{0, 0, 0}, a[3]{-1, 2, 0}, b[3]{3, 2, 0}, through[3]{1, -2, 0};
+  const Float3 c{0, 0, 0}, a{-1, 2, 0}, b{3, 2, 0}, through{1, -2, 0};
   float out[2][3]{{8, 8, 8}, {8, 8, 8}};
-  EXPECT_EQ(slIntersectLineCircle(c, 1, a, b, out), 1);
-  EXPECT_EQ(widen(out[0]), (Double3{0, 2, 0}));
-  EXPECT_EQ(slIntersectLineCircle(c, 2, a, b, out), 1) << "tangent";
+  for (const float r : {1.0F, 2.0F}) {
+    EXPECT_EQ(slIntersectLineCircle(c, r, a, b, out), 1) << r;
+    EXPECT_EQ(widen(out[0]), (Double3{0, 2, 0}));
+  }
   EXPECT_EQ(out[1][0], 8.0F);
   EXPECT_EQ(slIntersectLineCircle(c, 2, a, a, out), 0);
   EXPECT_EQ(slIntersectLineCircle(c, 5, a, through, out), 2) << "through the centre";
-  EXPECT_LT(norm(widen(out[0]) - (5 / std::sqrt(20.0)) * Double3{2, -4, 0}), 1e-6);
+  EXPECT_LT(apart(out[0], (5 / std::sqrt(20.0)) * Double3{2, -4, 0}), 1e-6);
 }
 
 struct SegmentHits {
@@ -99,30 +93,26 @@ TEST(CircleIntersection, segmentHitsAreTheRootsBetweenItsEnds) {
   RandomGeometry random(133);
   int twice = 0;
   for (int repeat = 0; repeat < 8000; ++repeat) {
-    const float ax = static_cast<float>(random.number(-3, 3));
-    const float a[2]{ax, static_cast<float>(random.number(-3, 3))};
-    const float b[2]{static_cast<float>(random.number(-3, 3)), 1.5F};
-    const float c[2]{static_cast<float>(random.number(-3, 3)), 0.25F};
-    const double r = random.number(0.2, 3);
-    const double dx = b[0] - static_cast<double>(a[0]), dy = b[1] - static_cast<double>(a[1]);
-    const double wx = a[0] - static_cast<double>(c[0]), wy = a[1] - static_cast<double>(c[1]);
-    const double square = dx * dx + dy * dy, half = (wx * dx + wy * dy) / square;
-    const double inner = half * half - (wx * wx + wy * wy - r * r) / square;
-    if (square < 0.01 || std::fabs(inner) < 1e-3) {
+    const Double3 a = random.flatPoint(3), b = random.flatPoint(3), c = random.flatPoint(3);
+    const float r = random.number(0.2, 3);
+    const Double3 d = b - a, w = a - c;
+    const double half = dot(w, d) / dot(d, d);
+    const double inner = half * half - (dot(w, w) - double{r} * r) / dot(d, d);
+    if (norm(d) < 0.1 || std::fabs(inner) < 1e-3) {
       continue;
     }
-    const SegmentHits h = hitCircle(a, b, c, static_cast<float>(r));
+    const Float3 centre = narrow(c);
+    const SegmentHits h = hitCircle(narrow(a), narrow(b), centre, r);
     ASSERT_EQ(h.result, inner > 0 ? 1 : 0);
     std::vector<double> roots;  // the far one first
-    bool nearEnd = false;
-    for (const double side : {1.0, -1.0}) {
-      const double root = inner > 0 ? -half + side * std::sqrt(inner) : -9.0;
-      nearEnd = nearEnd || std::fabs(root) < 1e-4 || std::fabs(root - 1) < 1e-4;
+    double toAnEnd = 1;
+    for (const double root : {-half + std::sqrt(inner), -half - std::sqrt(inner)}) {
+      toAnEnd = std::fmin(toAnEnd, std::fmin(std::fabs(root), std::fabs(root - 1)));
       if (root > 0 && root < 1) {
         roots.push_back(root);
       }
     }
-    if (nearEnd) {
+    if (toAnEnd < 1e-4) {
       continue;
     }
     ASSERT_EQ(h.count, static_cast<int>(roots.size()));
@@ -130,35 +120,27 @@ TEST(CircleIntersection, segmentHitsAreTheRootsBetweenItsEnds) {
     for (int k = 0; k < h.count; ++k) {
       EXPECT_NEAR(h.t[k], roots[static_cast<std::size_t>(k)], 1e-4);
       EXPECT_NEAR(std::hypot(h.p[k][0] - c[0], h.p[k][1] - c[1]), r, 1e-4);
-      EXPECT_EQ(h.angle[k], slGetCircleAng(c, h.p[k], static_cast<float>(r)));
+      EXPECT_EQ(h.angle[k], slGetCircleAng(centre, h.p[k], r));
     }
   }
   EXPECT_GT(twice, 100);
 }
 
 TEST(CircleIntersection, segmentEndsOnTheCircleFollowTheStatedComparisons) {
-  const float c[2]{0, 0}, on[2]{1, 0}, far[2]{3, 0}, opposite[2]{-1, 0}, left[2]{-3, 0};
-  EXPECT_EQ(hitCircle(c, on, c, 1).count, 0) << "an end on the circle is inside";
-  EXPECT_EQ(hitCircle(opposite, on, c, 1).count, 0);
-  const SegmentHits leaving = hitCircle(on, far, c, 1);
-  EXPECT_EQ(leaving.count, 1);
-  EXPECT_EQ(leaving.t[0], 0.0F);
-  const SegmentHits arriving = hitCircle(far, on, c, 1);
-  EXPECT_EQ(arriving.count, 1);
-  EXPECT_EQ(arriving.t[0], 1.0F);
-  const SegmentHits half = hitCircle(left, on, c, 1);
-  EXPECT_EQ(half.count, 1) << "far end outside, near end on the circle: only the entry";
-  EXPECT_EQ(half.p[0][0], -1.0F);
-  const SegmentHits through = hitCircle(left, far, c, 1);
-  EXPECT_EQ(through.count, 2);
-  EXPECT_GT(through.t[0], through.t[1]);
-  EXPECT_NEAR(through.angle[1], kPi, 1e-6);
-}
-
-TEST(CircleIntersection, pointSegmentsEndInAResult) {
-  const float c[2]{0, 0}, inside[2]{0.5F, 0}, outside[2]{5, 0};
-  EXPECT_EQ(hitCircle(inside, inside, c, 1).count, 0);
-  EXPECT_EQ(hitCircle(outside, outside, c, 1).result, 0);
+  const auto expectHits = [](float from, float to, int count, float first) {
+    const SegmentHits h = hitCircle(Float3{from}, Float3{to}, Float3{}, 1);  // along x
+    EXPECT_EQ(h.count, count) << from << " to " << to;
+    EXPECT_EQ(h.p[0][0], first) << from << " to " << to;
+    EXPECT_FLOAT_EQ(h.t[0], count > 0 ? (first - from) / (to - from) : 0);
+  };
+  expectHits(0, 1, 0, 0);  // an end on the circle is inside
+  expectHits(-1, 1, 0, 0);
+  expectHits(1, 3, 1, 1);
+  expectHits(3, 1, 1, 1);
+  expectHits(-3, 1, 1, -1);  // near end outside, far end on the circle: only the entry
+  expectHits(-3, 3, 2, 1);
+  expectHits(0.5F, 0.5F, 0, 0);
+  expectHits(5, 5, 0, 0);
 }
 
 TEST(CircleIntersection, twoCirclesMeetInPointsOfBoth) {
@@ -166,7 +148,7 @@ TEST(CircleIntersection, twoCirclesMeetInPointsOfBoth) {
   for (int repeat = 0; repeat < 4000; ++repeat) {
     const Double3 c1 = random.point(3), u = random.direction();
     const Double3 n = unit(cross(u, random.direction() + Double3{0.01, 0.02, 0.03}));
-    const double r1 = random.number(0.3, 3), r2 = random.number(0.3, 3);
+    const float r1 = random.number(0.3, 3), r2 = random.number(0.3, 3);
     const double d = random.number(0.05, 5);
     const double margin = std::min(r1 + r2 - d, d - std::fabs(r1 - r2));
     if (std::fabs(margin) < 0.01) {
@@ -174,17 +156,15 @@ TEST(CircleIntersection, twoCirclesMeetInPointsOfBoth) {
     }
     const Double3 c2 = c1 + d * u;
     float out[2][3]{};
-    const int result =
-        slIntersectCircle(narrow(c1).data(), static_cast<float>(r1), narrow(c2).data(),
-                          static_cast<float>(r2), narrow(n).data(), out);
+    const int result = slIntersectCircle(narrow(c1), r1, narrow(c2), r2, narrow(n), out);
     ASSERT_EQ(result, margin > 0 ? 2 : 0);
     if (result == 2) {
       const double side = dot(widen(out[0]) - c1, cross(n, u));
       EXPECT_GT(side, 0) << "the first point is the one on the y side";
       EXPECT_NEAR(dot(widen(out[1]) - c1, cross(n, u)), -side, 1e-4);
       for (const auto& p : out) {
-        EXPECT_NEAR(norm(widen(p) - c1), r1, 2e-4);
-        EXPECT_NEAR(norm(widen(p) - c2), r2, 2e-4);
+        EXPECT_NEAR(apart(p, c1), r1, 2e-4);
+        EXPECT_NEAR(apart(p, c2), r2, 2e-4);
         EXPECT_NEAR(dot(widen(p) - c1, n), 0, 1e-4);
       }
     }
@@ -198,53 +178,49 @@ TEST(CircleIntersection, pointsOfTwoCirclesDependOnWhatOutHeld) {
   int differing = 0;
   for (int repeat = 0; repeat < 500; ++repeat) {
     const Float3 c1 = narrow(random.point(3)), n = narrow(random.direction());
-    const Double3 u = unit(cross(widen(n.data()), random.direction()));
-    const Float3 c2 = narrow(widen(c1.data()) + 1.5 * u);
+    const Double3 u = unit(cross(widen(n), random.direction()));
+    const Float3 c2 = narrow(widen(c1) + 1.5 * u);
     const float held[2]{1e7F, -3e7F};
-    float out[2][3]{{0, held[0], 0}, {0, held[1], 0}}, plain[2][3]{}, m[16], q[3];
+    float out[2][3]{{0, held[0], 0}, {0, held[1], 0}}, plain[2][3]{};
     XYCoordSysD cs;
-    ASSERT_EQ(slGenXYCoordSysByNormal(c1.data(), c2.data(), n.data(), &cs), 1);
-    ASSERT_EQ(slIntersectCircle(c1.data(), 1.25F, c2.data(), 0.75F, n.data(), out), 2);
-    ASSERT_EQ(slIntersectCircle(c1.data(), 1.25F, c2.data(), 0.75F, n.data(), plain), 2);
-    slGenMatrixToLocal(cs, m);
-    slMatrix16MultiPoint3(m, c2.data(), q);
+    ASSERT_EQ(slGenXYCoordSysByNormal(c1, c2, n, &cs), 1);
+    ASSERT_EQ(slIntersectCircle(c1, 1.25F, c2, 0.75F, n, out), 2);
+    ASSERT_EQ(slIntersectCircle(c1, 1.25F, c2, 0.75F, n, plain), 2);
+    Matrix toLocal;
+    slGenMatrixToLocal(cs, toLocal);
+    const Float3 q = moved(toLocal, widen(c2));
     const double x = q[0], y = q[1], L = (x * x + y * y + 1.25 * 1.25 - 0.75 * 0.75) / (2.0 * x);
     const double g = y / x;
     const double S = std::sqrt(4 * (L * L) * (g * g) - 4 * (L * L - 1.25 * 1.25) * (g + 1));
     for (int k = 0; k < 2; ++k) {
       const float py = static_cast<float>((2 * L * g + (k == 0 ? S : -S)) / (2 * (g + 1)));
       const float px = static_cast<float>(L - g * held[k]);
-      for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(bits(out[k][i]), bits(static_cast<float>(cs.origin[i] + double{px} * cs.xAxis[i] +
-                                                           double{py} * cs.yAxis[i])));
-        differing += out[k][i] != plain[k][i] ? 1 : 0;
-      }
+      const Double3 expected =
+          widen(cs.origin) + (double{px} * widen(cs.xAxis) + double{py} * widen(cs.yAxis));
+      EXPECT_TRUE(samePoint(out[k], narrow(expected)));
+      differing += samePoint(out[k], plain[k]) ? 0 : 1;
     }
   }
   EXPECT_GT(differing, 500);
 }
 
-TEST(CircleIntersection, touchingCirclesHaveOnePoint) {
-  const float c1[3]{0, 0, 0}, c2[3]{2, 0, 0}, up[3]{0, 0, 1}, near[3]{1, 0, 0};
-  float out[2][3]{{8, 8, 8}, {8, 8, 8}};
-  EXPECT_EQ(slIntersectCircle(c1, 1, c2, 1, up, out), 1);
-  EXPECT_EQ(widen(out[0]), (Double3{1, 0, 0}));
-  EXPECT_EQ(slIntersectCircle(c1, 2, near, 1, up, out), 1);
-  EXPECT_EQ(widen(out[0]), (Double3{2, 0, 0}));
-  EXPECT_EQ(slIntersectCircle(c1, 1, near, 2, up, out), 1);
-  EXPECT_EQ(widen(out[0]), (Double3{-1, 0, 0})) << "the larger circle is the second";
-  EXPECT_EQ(slIntersectCircle(c1, 0.99991F, c2, 1, up, out), 1) << "a gap below the tolerance";
-  EXPECT_EQ(slIntersectCircle(c1, 0.9998F, c2, 1, up, out), 0);
-  EXPECT_EQ(out[1][0], 8.0F);
-}
-
-TEST(CircleIntersection, sameAndObliqueCirclesHaveTheirOwnCodes) {
-  const float c1[3]{0, 0, 0}, lifted[3]{1, 0, 0.5F}, up[3]{0, 0, 1};
-  float out[2][3]{{8, 8, 8}, {8, 8, 8}};
-  EXPECT_EQ(slIntersectCircle(c1, 1, c1, 1, up, out), INT_MAX);
-  EXPECT_EQ(slIntersectCircle(c1, 1, c1, 2, up, out), 0);
-  EXPECT_EQ(slIntersectCircle(c1, 1, lifted, 1, up, out), -1);
-  EXPECT_EQ(out[0][0], 8.0F);
+TEST(CircleIntersection, touchingCirclesHaveOnePointAndSameAndObliqueOnesTheirOwnCodes) {
+  constexpr Double3 kUntouched{8, 8, 8};
+  const auto expectMeeting = [&](float r1, Float3 c2, float r2, int code, Double3 point) {
+    SCOPED_TRACE(testing::Message() << r1 << " and " << r2 << " about " << c2[0]);
+    float out[2][3]{{8, 8, 8}, {8, 8, 8}};
+    EXPECT_EQ(slIntersectCircle(Float3{}, r1, c2, r2, Float3{0, 0, 1}, out), code);
+    EXPECT_LT(apart(out[0], point), 1e-6);
+    EXPECT_EQ(widen(out[1]), kUntouched);
+  };
+  expectMeeting(1, {2, 0, 0}, 1, 1, {1, 0, 0});
+  expectMeeting(2, {1, 0, 0}, 1, 1, {2, 0, 0});
+  expectMeeting(1, {1, 0, 0}, 2, 1, {-1, 0, 0});               // the larger is the second
+  expectMeeting(0.99991F, {2, 0, 0}, 1, 1, {0.999955, 0, 0});  // a gap below the tolerance
+  expectMeeting(0.9998F, {2, 0, 0}, 1, 0, kUntouched);         // and above it
+  expectMeeting(1, {0, 0, 0}, 1, INT_MAX, kUntouched);         // the same
+  expectMeeting(1, {0, 0, 0}, 2, 0, kUntouched);               // concentric
+  expectMeeting(1, {1, 0, 0.5F}, 1, -1, kUntouched);           // not in one plane
 }
 
 }  // namespace

@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
+#include "geometry/geometry_values.h"
 #include "geometry/random_geometry.h"
 #include "zel/core/constants.h"
 #include "zel/geometry/bounding_rectangles.h"
@@ -13,43 +15,44 @@ namespace {
 
 using namespace zel::test;  // NOLINT
 using zel::kHalfPi;
-using zel::kPi;
 
+/// The bounds of points in the xy plane.
 struct Extent {
-  double min[2]{1e9, 1e9};
-  double max[2]{-1e9, -1e9};
+  Double3 min{1e9, 1e9, 0}, max{-1e9, -1e9, 0};
 
-  void take(double x, double y) {
-    min[0] = std::min(min[0], x);
-    min[1] = std::min(min[1], y);
-    max[0] = std::max(max[0], x);
-    max[1] = std::max(max[1], y);
+  void take(Double3 p) {
+    for (std::size_t i = 0; i < 2; ++i) {
+      min[i] = std::min(min[i], p[i]);
+      max[i] = std::max(max[i], p[i]);
+    }
   }
 };
+
+/// A point of the circle about c with the normal n.
+Double3 onCircle(Double3 c, Double3 n, double r, double angle) {
+  const Double3 u = perpendicularTo(n);
+  return c + (r * std::cos(angle)) * u + (r * std::sin(angle)) * cross(n, u);
+}
 
 TEST(Circles, circleThroughThreePointsIsRecovered) {
   RandomGeometry random(161);
   for (int repeat = 0; repeat < 3000; ++repeat) {
     const Double3 c = random.point(4), n = random.direction();
-    const Double3 u = unit(cross(n, Double3{0.31, 0.52, 0.79})), v = cross(n, u);
     const double r = random.number(0.5, 4), first = random.number(-3, 3);
-    const auto at = [&](double angle) {
-      return narrow(c + (r * std::cos(angle)) * u + (r * std::sin(angle)) * v);
-    };
-    const Float3 p = at(first), q = at(first + random.number(0.7, 2)),
-                 s = at(first + random.number(2.7, 4));
+    const Float3 p = narrow(onCircle(c, n, r, first)),
+                 q = narrow(onCircle(c, n, r, first + random.number(0.7, 2))),
+                 s = narrow(onCircle(c, n, r, first + random.number(2.7, 4)));
     float centre[3], normal[3], radius;
-    ASSERT_EQ(slGenCircle(p.data(), q.data(), s.data(), centre, normal, &radius), 1);
-    EXPECT_LT(norm(widen(centre) - c), 2e-4);
-    EXPECT_LT(norm(widen(normal) - n), 2e-5);
+    ASSERT_EQ(slGenCircle(p, q, s, centre, normal, &radius), 1);
+    EXPECT_LT(apart(centre, c), 2e-4);
+    EXPECT_LT(apart(normal, n), 2e-5);
     EXPECT_NEAR(radius, r, 2e-4);
-    EXPECT_EQ(slGetCircleRadius(centre, p.data()), radius);
+    EXPECT_EQ(slGetCircleRadius(centre, p), radius);
   }
 }
 
 TEST(Circles, pointsWithoutACircleLeaveTheOutputsAlone) {
-  const float a[3]{0, 0, 0}, b[3]{1, 1, 1}, c[3]{2, 2, 2}, tinyB[3]{0.003F, 0, 0};
-  const float tinyC[3]{0, 0.003F, 0};
+  const Float3 a{0, 0, 0}, b{1, 1, 1}, c{2, 2, 2}, tinyB{0.003F, 0, 0}, tinyC{0, 0.003F, 0};
   float centre[3]{8, 8, 8}, normal[3]{8, 8, 8}, radius = 8;
   EXPECT_EQ(slGenCircle(a, b, c, centre, normal, &radius), 0);
   EXPECT_EQ(slGenCircle(a, tinyB, tinyC, centre, normal, &radius), 0);
@@ -61,129 +64,99 @@ TEST(Circles, pointsWithoutACircleLeaveTheOutputsAlone) {
 TEST(Circles, sphereThroughFourPointsIsRecovered) {
   RandomGeometry random(162);
   for (int repeat = 0; repeat < 3000; ++repeat) {
-    const Double3 c = random.point(4);
+    const Double3 c = random.point(4), d[4]{random.direction(), random.direction(),
+                                            random.direction(), random.direction()};
     const double r = random.number(0.8, 4);
-    Double3 d[4];
-    for (Double3& direction : d) {
-      direction = random.direction();
-    }
-    const double volume = std::fabs(dot(d[1] - d[0], cross(d[2] - d[0], d[3] - d[0])));
-    if (volume < 0.5) {
+    if (std::fabs(dot(d[1] - d[0], cross(d[2] - d[0], d[3] - d[0]))) < 0.5) {
       continue;
     }
-    Float3 p[4];
-    for (std::size_t i = 0; i < 4; ++i) {
-      p[i] = narrow(c + r * unit(d[i]));
-    }
     float centre[3], radius;
-    ASSERT_EQ(slGenSphere(p[0].data(), p[1].data(), p[2].data(), p[3].data(), centre, &radius), 1);
-    EXPECT_LT(norm(widen(centre) - c), 1e-3);
+    ASSERT_EQ(slGenSphere(narrow(c + r * unit(d[0])), narrow(c + r * unit(d[1])),
+                          narrow(c + r * unit(d[2])), narrow(c + r * unit(d[3])), centre, &radius),
+              1);
+    EXPECT_LT(apart(centre, c), 1e-3);
     EXPECT_NEAR(radius, r, 1e-3);
   }
 }
 
 TEST(Circles, fourPointsOfOnePlaneGiveTheMiddleOfTheirCentres) {
-  const float a[3]{1, 0, 0}, b[3]{0, 1, 0}, c[3]{-1, 0, 0}, d[3]{0, -1, 0}, far[3]{0, -3, 0};
+  const Float3 a{1, 0, 0}, b{0, 1, 0}, c{-1, 0, 0}, d{0, -1, 0}, far{0, -3, 0};
   float centre[3], radius;
   EXPECT_EQ(slGenSphere(a, b, c, d, centre, &radius), 1);
-  EXPECT_LT(norm(widen(centre)), 1e-6) << "one circle";
+  EXPECT_LT(apart(centre, {0, 0, 0}), 1e-6) << "one circle";
   EXPECT_NEAR(radius, 1, 1e-6);
   EXPECT_EQ(slGenSphere(a, b, c, far, centre, &radius), 1);
-  EXPECT_LT(norm(widen(centre) - Double3{-0.5, -0.5, 0}), 1e-6) << "circles about 0 and (-1, -1)";
+  EXPECT_LT(apart(centre, {-0.5, -0.5, 0}), 1e-6) << "circles about 0 and (-1, -1)";
 }
 
 TEST(BoundingRectangles, arcExtentsMatchASampledArc) {
   RandomGeometry random(163);
   for (int repeat = 0; repeat < 3000; ++repeat) {
-    const double start = random.number(0, 6.28), sweep = random.number(0.05, 6.2);
     const bool forward = repeat % 2 == 0;
-    const double end = forward ? start + sweep : start - sweep;
-    const double r = random.number(0.5, 3);
-    const double wrapped = std::fmod(end + 4 * std::acos(-1.0), 2 * std::acos(-1.0));
+    const float start = random.number(0, 6.28), r = random.number(0.5, 3);
+    const double end = start + random.number(0.05, 6.2) * (forward ? 1 : -1);
+    const double wrapped = std::fmod(end + 4 * std::numbers::pi, 2 * std::numbers::pi);
     Extent expected;
-    for (int k = 0; k <= 2000; ++k) {
-      const double angle = start + (end - start) * k / 2000;
-      expected.take(r * std::cos(angle), r * std::sin(angle));
+    for (int k = 0; k <= 1000; ++k) {
+      expected.take(r * flatDirection(start + (end - start) * k / 1000));
     }
-    const Float3 s = narrow(r * Double3{std::cos(start), std::sin(start), 0});
-    const Float3 e = narrow(r * Double3{std::cos(end), std::sin(end), 0});
-    float min[2], max[2];
+    float min[3]{}, max[3]{};
     (forward ? slGetCCWArcRectangle : slGetCWArcRectangle)(
-        s.data(), e.data(), static_cast<float>(start), static_cast<float>(wrapped),
-        static_cast<float>(r), min, max);
-    for (int i = 0; i < 2; ++i) {
-      EXPECT_NEAR(min[i], expected.min[i], 1e-4);
-      EXPECT_NEAR(max[i], expected.max[i], 1e-4);
-    }
+        narrow(r * flatDirection(start)), narrow(r * flatDirection(end)), start,
+        static_cast<float>(wrapped), r, min, max);
+    EXPECT_LT(apart(min, expected.min), 1e-4);
+    EXPECT_LT(apart(max, expected.max), 1e-4);
   }
 }
 
-TEST(BoundingRectangles, arcEndingJustShortOfAnAxisReachesIt) {
-  const float s[2]{1, 0}, e[2]{0.1F, 0.9F}, bound = 3.1414926F;
+TEST(BoundingRectangles, arcReachesTheAxesBetweenItsAnglesWithTheTolerance) {
+  constexpr float kJustShort = 3.1414926F;
+  const Float3 s{1, 0}, e{0.1F, 0.9F};
   float min[2], max[2];
-  const auto reachesLeft = [&](float end) {
-    slGetCCWArcRectangle(s, e, 1, end, 5, min, max);
-    return min[0] == -5.0F;
+  const auto left = [&](float start, float end) {
+    slGetCCWArcRectangle(s, e, start, end, 5, min, max);
+    return min[0];
   };
-  EXPECT_FALSE(reachesLeft(bound));
-  EXPECT_TRUE(reachesLeft(std::nextafter(bound, 9.0F)));
-  slGetCCWArcRectangle(s, e, 3.1416924F, 4, 5, min, max);
-  EXPECT_EQ(min[0], 0.1F) << "it starts beyond";
-  slGetCCWArcRectangle(s, e, 3.1416922F, 4, 5, min, max);
-  EXPECT_EQ(min[0], -5.0F);
+  EXPECT_EQ(left(1, kJustShort), 0.1F);
+  EXPECT_EQ(left(1, std::nextafter(kJustShort, 9.0F)), -5.0F);
+  EXPECT_EQ(left(3.1416924F, 4), 0.1F) << "it starts beyond";
+  EXPECT_EQ(left(3.1416922F, 4), -5.0F);
   slGetCCWArcRectangle(s, e, 0, kHalfPi, 1, min, max);
   EXPECT_EQ(max[0], 1.0F);
   EXPECT_EQ(max[1], 1.0F);
-  EXPECT_EQ(min[0], 0.1F);
   EXPECT_EQ(min[1], 0.0F);
 }
 
-TEST(BoundingRectangles, arcAboutTheOriginIsBounded) {
-  const float a[3]{2, 0, 7}, b[3]{0, 2, 7}, c[3]{0, 0, 7};
+TEST(BoundingRectangles, arcIsBoundedAsIfItsCentreWereTheOrigin) {
+  const Float3 a{2, 0, 7}, b{0, 2, 7}, c{0, 0, 7};
   RectangleD out;
   slGetArcRectangle(147, a, b, c, &out);
-  EXPECT_EQ(widen(out.corner0), (Double3{0, 0, 0}));
-  EXPECT_EQ(widen(out.corner1), (Double3{2, 0, 0}));
-  EXPECT_EQ(widen(out.corner2), (Double3{2, 2, 0}));
-  EXPECT_EQ(widen(out.corner3), (Double3{0, 2, 0}));
+  EXPECT_EQ(corners(out), (Corners{{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}}));
   slGetArcRectangle(148, a, b, c, &out);
   EXPECT_EQ(widen(out.corner0), (Double3{-2, -2, 0})) << "the long way round";
-}
 
-TEST(BoundingRectangles, arcReachAndAnglesAreNotThoseOfTheCentre) {
-  const float a[3]{1, 0, 0}, left[3]{-1, 0, 0}, c[3]{0, 0, 0};
-  RectangleD out;
-  slGetArcRectangle(147, a, left, c, &out);
+  const Float3 right{1, 0, 0}, left{-1, 0, 0}, origin{0, 0, 0};
+  slGetArcRectangle(147, right, left, origin, &out);
   EXPECT_NEAR(out.corner2[1], std::sqrt(2.0), 1e-6) << "length of (1, 0, -1)";
-  const float centre[3]{5, 5, 0}, from[3]{6, 5, 0}, to[3]{5, 6, 0};
+  const Float3 centre{5, 5, 0}, from{6, 5, 0}, to{5, 6, 0};
   slGetArcRectangle(147, from, to, centre, &out);
   EXPECT_EQ(widen(out.corner0), (Double3{5, 5, 0}));
   EXPECT_EQ(widen(out.corner2), (Double3{6, 6, 0})) << "seen from the origin no axis is passed";
 }
 
-TEST(BoundingRectangles, circleLeavesOneValueAlone) {
-  const float c[3]{1, 2, 3}, p[3]{4, 6, 3};
+TEST(BoundingRectangles, circleHasItsOwnCornersAndASphereASquareAcrossTheView) {
+  const Float3 c{1, 2, 3}, p{4, 6, 3}, down{0.00009F, 0.00009F, -1}, oblique{3, 4, 9};
   RectangleD out{{8, 8, 8}, {8, 8, 8}, {8, 8, 8}, {8, 8, 8}};
   slGetCircleRectangle(c, p, &out);
-  EXPECT_EQ(widen(out.corner0), (Double3{-4, -3, 0}));
-  EXPECT_EQ(widen(out.corner1), (Double3{6, 8, 0}));
-  EXPECT_EQ(widen(out.corner2), (Double3{6, 7, 0}));
-  EXPECT_EQ(widen(out.corner3), (Double3{6, 7, 0}));
-}
-
-TEST(BoundingRectangles, sphereIsBoundedAlongTheViewOrTheAxes) {
-  const float c[3]{1, 2, 3}, down[3]{0.00009F, 0.00009F, -1}, oblique[3]{3, 4, 9};
-  RectangleD out;
+  EXPECT_EQ(corners(out), (Corners{{-4, -3, 0}, {6, 8, 0}, {6, 7, 0}, {6, 7, 0}}))
+      << "an 8 is left";
   slGetSphereProjRect(c, 5, down, &out);
-  EXPECT_EQ(widen(out.corner0), (Double3{-4, -3, 0}));
-  EXPECT_EQ(widen(out.corner1), (Double3{6, -3, 0}));
-  EXPECT_EQ(widen(out.corner2), (Double3{6, 7, 0}));
-  EXPECT_EQ(widen(out.corner3), (Double3{-4, 7, 0}));
+  EXPECT_EQ(corners(out), (Corners{{-4, -3, 0}, {6, -3, 0}, {6, 7, 0}, {-4, 7, 0}}));
   slGetSphereProjRect(c, 5, oblique, &out);
-  EXPECT_LT(norm(widen(out.corner0) - Double3{1 - 3 + 4, 2 - 4 - 3, 0}), 1e-5);
-  EXPECT_LT(norm(widen(out.corner1) - Double3{1 + 3 + 4, 2 + 4 - 3, 0}), 1e-5);
-  EXPECT_LT(norm(widen(out.corner2) - Double3{1 + 3 - 4, 2 + 4 + 3, 0}), 1e-5);
-  EXPECT_LT(norm(widen(out.corner3) - Double3{1 - 3 - 4, 2 - 4 + 3, 0}), 1e-5);
+  EXPECT_LT(apart(out.corner0, {1 - 3 + 4, 2 - 4 - 3, 0}), 1e-5);
+  EXPECT_LT(apart(out.corner1, {1 + 3 + 4, 2 + 4 - 3, 0}), 1e-5);
+  EXPECT_LT(apart(out.corner2, {1 + 3 - 4, 2 + 4 + 3, 0}), 1e-5);
+  EXPECT_LT(apart(out.corner3, {1 - 3 - 4, 2 - 4 + 3, 0}), 1e-5);
 }
 
 TEST(BoundingRectangles, cylinderIsBoundedTightly) {
@@ -193,25 +166,17 @@ TEST(BoundingRectangles, cylinderIsBoundedTightly) {
     const Double3 axis = repeat == 0   ? Double3{0, 0, 1}
                          : repeat == 1 ? Double3{1, 0, 0}
                                        : random.direction();
-    const double r = random.number(0.1, 2), length = random.number(-3, 3);
-    const Double3 u = unit(cross(axis, Double3{0.31, 0.52, 0.79})), v = cross(axis, u);
+    const float r = random.number(0.1, 2), length = random.number(-3, 3);
     Extent expected;
     for (int k = 0; k < 4000; ++k) {
-      const double angle = k * 0.0015708, height = k % 2 == 0 ? 0 : length;
-      const Double3 p =
-          base + height * axis + (r * std::cos(angle)) * u + (r * std::sin(angle)) * v;
-      expected.take(p[0], p[1]);
+      expected.take(onCircle(base + (k % 2 == 0 ? 0 : length) * axis, axis, r, k * 0.0015708));
     }
     RectangleD out;
-    slGetCylinderProjRect(narrow(base).data(), narrow(axis).data(), static_cast<float>(r),
-                          static_cast<float>(length), &out);
-    EXPECT_NEAR(out.corner0[0], expected.min[0], 1e-5);
-    EXPECT_NEAR(out.corner0[1], expected.min[1], 1e-5);
-    EXPECT_NEAR(out.corner2[0], expected.max[0], 1e-5);
-    EXPECT_NEAR(out.corner2[1], expected.max[1], 1e-5);
+    slGetCylinderProjRect(narrow(base), narrow(axis), r, length, &out);
+    EXPECT_LT(apart(out.corner0, expected.min), 1e-5);
+    EXPECT_LT(apart(out.corner2, expected.max), 1e-5);
     EXPECT_EQ(out.corner1[0], out.corner2[0]);
     EXPECT_EQ(out.corner3[1], out.corner2[1]);
-    EXPECT_EQ(out.corner2[2], 0.0F);
   }
 }
 

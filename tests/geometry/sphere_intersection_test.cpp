@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "geometry/random_geometry.h"
@@ -14,145 +15,148 @@ namespace {
 using namespace zel::test;  // NOLINT
 using zel::kTolerance;
 
+constexpr Float3 kOrigin{0, 0, 0}, kX{1, 0, 0}, kY{0, 1, 0}, kUp{0, 0, 1};
+
 TEST(SphereIntersection, circleOfTwoSpheresLiesOnBoth) {
   RandomGeometry random(141);
   for (int repeat = 0; repeat < 4000; ++repeat) {
     const Double3 c1 = random.point(3), u = random.direction();
-    const double r1 = random.number(0.3, 3), r2 = random.number(0.3, 3), d = random.number(0.1, 6);
+    const float r1 = random.number(0.3, 3), r2 = random.number(0.3, 3), d = random.number(0.1, 6);
     const Double3 c2 = c1 + d * u;
+    const double apart = d - (r1 + r2), inside = std::fabs(r1 - r2) - d;
+    if (std::fabs(apart) < 0.01) {
+      continue;
+    }
     float centre[3], normal[3], radius;
-    const int result =
-        slGetShereIntersect(narrow(c1).data(), static_cast<float>(r1), narrow(c2).data(),
-                            static_cast<float>(r2), centre, normal, &radius);
-    if (d > r1 + r2 + 0.001) {
-      EXPECT_EQ(result, 0);
-    } else if (d < r1 + r2 - 0.01) {
-      ASSERT_EQ(result, 3);
-      EXPECT_LT(norm(widen(normal) - u), 2e-5);
-      if (d > std::fabs(r1 - r2) + 0.01) {
-        const Double3 side = unit(cross(u, random.direction() + Double3{0.1, 0.2, 0.3}));
-        const Double3 p = widen(centre) + double{radius} * side;
-        EXPECT_NEAR(norm(p - c1), r1, 5e-4);
-        EXPECT_NEAR(norm(p - c2), r2, 5e-4);
-      } else if (d < std::fabs(r1 - r2) - 0.01) {
-        EXPECT_EQ(radius, 0.0F) << "one inside the other is not told apart";
-      }
+    ASSERT_EQ(slGetShereIntersect(narrow(c1), r1, narrow(c2), r2, centre, normal, &radius),
+              apart < 0 ? 3 : 0);
+    if (apart > 0) {
+      continue;
+    }
+    EXPECT_LT(norm(widen(normal) - u), 2e-5);
+    if (inside > 0.01) {
+      EXPECT_EQ(radius, 0.0F) << "one inside the other is not told apart";
+    } else if (inside < -0.01) {
+      const Double3 p = widen(centre) + radius * perpendicularTo(u);
+      EXPECT_NEAR(norm(p - c1), r1, 5e-4);
+      EXPECT_NEAR(norm(p - c2), r2, 5e-4);
     }
   }
 }
 
 TEST(SphereIntersection, touchingSpheresGiveTheContactPoint) {
-  const float c1[3]{0, 0, 0}, c2[3]{4, 0, 0}, unit[3]{1, 0, 0};
-  float centre[3], normal[3]{8, 8, 8}, radius = 8;
-  EXPECT_EQ(slGetShereIntersect(c1, 3, c2, 1, centre, normal, &radius), 1);
-  EXPECT_EQ(widen(centre), (Double3{3, 0, 0}));
+  const Float3 c2{4, 0, 0};
+  Float3 centre, normal{8, 8, 8};
+  float radius = 8;
+  EXPECT_EQ(slGetShereIntersect(kOrigin, 3, c2, 1, centre, normal, &radius), 1);
+  EXPECT_EQ(centre, (Float3{3, 0, 0}));
   EXPECT_EQ(radius, 8.0F);
   EXPECT_EQ(normal[0], 8.0F);
-  EXPECT_EQ(slGetShereIntersect(c1, 3, c2, 0.9999F, centre, normal, &radius), 0);
-  EXPECT_EQ(slGetShereIntersect(c1, 3, c2, 1.00005F, centre, normal, &radius), 1);
-  EXPECT_EQ(slGetShereIntersect(c1, 1, unit, 1, centre, normal, &radius), 3);
-  EXPECT_EQ(widen(centre), (Double3{0.5, 0, 0}));
+  EXPECT_EQ(slGetShereIntersect(kOrigin, 3, c2, 0.9999F, centre, normal, &radius), 0);
+  EXPECT_EQ(slGetShereIntersect(kOrigin, 3, c2, 1.00005F, centre, normal, &radius), 1);
+  EXPECT_EQ(slGetShereIntersect(kOrigin, 1, kX, 1, centre, normal, &radius), 3);
+  EXPECT_EQ(centre, (Float3{0.5, 0, 0}));
   EXPECT_EQ(radius, static_cast<float>(std::sqrt(0.75)));
-  EXPECT_EQ(slGetShereIntersect(c1, 1, c1, 2, centre, normal, &radius), 3) << "concentric";
-  EXPECT_TRUE(std::isnan(normal[0]));
+  EXPECT_EQ(slGetShereIntersect(kOrigin, 1, kOrigin, 2, centre, normal, &radius), 3);
+  EXPECT_TRUE(std::isnan(normal[0])) << "concentric";
 }
 
 TEST(SphereIntersection, planeCutsTheSphereInACircle) {
   RandomGeometry random(142);
   for (int repeat = 0; repeat < 3000; ++repeat) {
     const Double3 p = random.point(3), n = random.direction(), c = random.point(3);
-    const double r = random.number(0.3, 4), apart = std::fabs(dot(c - p, n));
-    float centre[3], radius;
-    const int result = slIntersectPlaneSphereM(narrow(p).data(), narrow(n).data(), narrow(c).data(),
-                                               static_cast<float>(r), centre, &radius);
-    if (std::fabs(apart - r) < 0.01) {
+    const float r = random.number(0.3, 4);
+    const double height = std::fabs(dot(c - p, n));
+    if (std::fabs(height - r) < 0.01) {
       continue;
     }
-    ASSERT_EQ(result, apart < r ? 3 : 0);
-    if (result == 3) {
+    float centre[3], radius;
+    ASSERT_EQ(slIntersectPlaneSphereM(narrow(p), narrow(n), narrow(c), r, centre, &radius),
+              height < r ? 3 : 0);
+    if (height < r) {
       EXPECT_NEAR(dot(widen(centre) - p, n), 0, 1e-5);
       EXPECT_LT(norm(cross(widen(centre) - c, n)), 1e-5);
-      EXPECT_NEAR(std::hypot(radius, norm(widen(centre) - c)), r, 1e-4);
+      EXPECT_NEAR(std::hypot(radius, apart(centre, c)), r, 1e-4);
     }
   }
-  const float origin[3]{0, 0, 0}, up[3]{0, 0, 1}, c[3]{1, 2, 1}, higher[3]{1, 2, 1.0002F};
-  float centre[3], radius = 8;
-  EXPECT_EQ(slIntersectPlaneSphereM(origin, up, c, 1, centre, &radius), 1);
-  EXPECT_EQ(widen(centre), (Double3{1, 2, 0}));
-  EXPECT_EQ(radius, 8.0F);
-  EXPECT_EQ(slIntersectPlaneSphereM(origin, up, higher, 1, centre, &radius), 0);
 }
 
 TEST(SphereIntersection, planeCutsTheConeBelowItsApex) {
   RandomGeometry random(143);
   for (int repeat = 0; repeat < 2000; ++repeat) {
     const Double3 apex = random.point(3), axis = random.direction();
-    const double height = random.number(0.01, 4), halfAngle = random.number(0.05, 1.4);
-    const Double3 foot = apex - height * axis;
-    const Double3 p = foot + random.number(-2, 2) * unit(cross(axis, Double3{0.3, 0.5, 0.81}));
-    const float angle = static_cast<float>(halfAngle);
+    const float height = random.number(0.01, 4), halfAngle = random.number(0.05, 1.4);
+    const Double3 foot = apex - height * axis, aside = perpendicularTo(axis);
+    const Float3 p = narrow(foot + random.number(-2, 2) * aside), fAxis = narrow(axis);
     float centre[3], radius;
-    ASSERT_EQ(slIntersectPlaneCone(narrow(p).data(), narrow(axis).data(), narrow(apex).data(),
-                                   narrow(axis).data(), angle, centre, &radius),
-              3);
-    EXPECT_LT(norm(widen(centre) - foot), 1e-5);
+    ASSERT_EQ(slIntersectPlaneCone(p, fAxis, narrow(apex), fAxis, halfAngle, centre, &radius), 3);
+    EXPECT_LT(apart(centre, foot), 1e-5);
     // A point of the circle is seen from the apex at the half angle.
-    const Double3 toRim =
-        widen(centre) + double{radius} * unit(cross(axis, {0.2, 0.7, 0.1})) - apex;
+    const Double3 toRim = widen(centre) + radius * cross(axis, aside) - apex;
     EXPECT_NEAR(dot(unit(toRim), axis), -std::cos(halfAngle), 2e-4);
-    EXPECT_EQ(slIntersectPlaneCone(narrow(p).data(), narrow(axis).data(),
-                                   narrow(foot - height * axis).data(), narrow(axis).data(), angle,
-                                   centre, &radius),
-              0);
+    const Float3 below = narrow(foot - height * axis);
+    EXPECT_EQ(slIntersectPlaneCone(p, fAxis, below, fAxis, halfAngle, centre, &radius), 0);
   }
 }
 
-TEST(SphereIntersection, apexOnThePlaneIsTheWholeCut) {
-  const float up[3]{0, 0, 1}, p[3]{0, 0, 0}, apex[3]{1, 0, 0.00009F};
-  float centre[3], radius = 8;
-  EXPECT_EQ(slIntersectPlaneCone(p, up, apex, up, 0.5F, centre, &radius), 1);
-  EXPECT_EQ(centre[2], 0.00009F);
+TEST(SphereIntersection, planeThatTouchesASphereOrAnApexMeetsItInAPoint) {
+  Float3 centre;
+  float radius = 8;
+  EXPECT_EQ(slIntersectPlaneSphereM(kOrigin, kUp, Float3{1, 2, 1}, 1, centre, &radius), 1);
+  EXPECT_EQ(centre, (Float3{1, 2, 0}));
+  EXPECT_EQ(slIntersectPlaneSphereM(kOrigin, kUp, Float3{1, 2, 1.0002F}, 1, centre, &radius), 0);
+  const Float3 apex{1, 0, 0.00009F};
+  EXPECT_EQ(slIntersectPlaneCone(kOrigin, kUp, apex, kUp, 0.5F, centre, &radius), 1);
+  EXPECT_EQ(centre, apex);
   EXPECT_EQ(radius, 8.0F);
-  EXPECT_EQ(slIntersectPlaneCone(p, up, p, up, 0.5F, centre, &radius), 3);
+  EXPECT_EQ(slIntersectPlaneCone(kOrigin, kUp, kOrigin, kUp, 0.5F, centre, &radius), 3);
   EXPECT_EQ(radius, 0.0F);
 }
 
 TEST(SolidContact, cylindersMeetWhenTheirAxesAreCloseEnough) {
-  const float c1[3]{0, 0, 0}, x[3]{1, 0, 0}, y[3]{0, 1, 0}, thin[2]{1, 10};
+  const float thin[2]{1, 10};
   const auto meets = [&](float height, float radius) {
-    const float c2[3]{5, -5, height}, other[2]{radius, 10};
-    return slJudgeTwoCylinder(c1, c2, x, y, thin, other);
+    const float other[2]{radius, 10};
+    return slJudgeTwoCylinder(kOrigin, Float3{5, -5, height}, kX, kY, thin, other);
   };
   EXPECT_EQ(meets(3, 2.5F), 1);
   EXPECT_EQ(meets(3, 2), 1) << "touching";
   EXPECT_EQ(meets(3, 1.99995F), 1);
   EXPECT_EQ(meets(3, 1.999F), 0);
-  const float beyond[3]{20, 0, 0};
-  EXPECT_EQ(slJudgeTwoCylinder(c1, beyond, x, y, thin, thin), 0);
+  EXPECT_EQ(slJudgeTwoCylinder(kOrigin, Float3{20, 0, 0}, kX, kY, thin, thin), 0);
+}
+
+/// A prism whose axes are those of the world, with a ball of radius 1 at its origin.
+BallAndPrismD uprightPrism() {
+  BallAndPrismD d{};
+  d.lengthAxis[0] = d.sideAxis1[1] = d.sideAxis2[2] = d.ballRadius = 1;
+  return d;
+}
+
+int contact(const BallAndPrismD& d) {
+  int result = 8;
+  EXPECT_EQ(slJudgeBallAndPrism(d, &result), 1);
+  return result;
 }
 
 TEST(SolidContact, ballReachesThePrismWhenItIsCloserThanItsRadius) {
   RandomGeometry random(144);
   int reached = 0;
   for (int repeat = 0; repeat < 4000; ++repeat) {
-    BallAndPrismD d{};
+    BallAndPrismD d = uprightPrism();
     const Double3 centre = random.point(3);
-    d.lengthAxis[0] = d.sideAxis1[1] = d.sideAxis2[2] = 1;
     d.lengthMin = -1;
     d.lengthMax = 2;
-    d.sideAngle1 = static_cast<float>(random.number(-1.2, 1.2));
-    d.sideAngle2 = static_cast<float>(random.number(-1.2, 1.2));
-    d.ballRadius = static_cast<float>(random.number(0.1, 1));
+    d.sideAngle1 = random.number(-1.2, 1.2);
+    d.sideAngle2 = random.number(-1.2, 1.2);
+    d.ballRadius = random.number(0.1, 1);
     d.prismOrigin[1] = 0.5F;
-    const Float3 ball = narrow(centre + Double3{0, 0.5, 0});
-    std::copy_n(ball.begin(), 3, d.ballCentre);
+    std::copy_n(narrow(centre + Double3{0, 0.5, 0}).data(), 3, d.ballCentre);
     // Each side is the half space below a plane that rises by its angle along the prism.
     const double over1 = centre[1] * std::cos(d.sideAngle1) - centre[0] * std::sin(d.sideAngle1);
     const double over2 = centre[2] * std::cos(d.sideAngle2) - centre[0] * std::sin(d.sideAngle2);
-    const double outside = std::max(-1 - centre[0], centre[0] - 2);
-    const double gap = std::max({over1, over2, outside}) - d.ballRadius;
-    int result = 8;
-    EXPECT_EQ(slJudgeBallAndPrism(d, &result), 1);
+    const double gap = std::max({over1, over2, -1 - centre[0], centre[0] - 2}) - d.ballRadius;
+    const int result = contact(d);
     if (std::fabs(gap) > 1e-4) {
       EXPECT_EQ(result, gap < 0 ? 1 : 0);
     }
@@ -162,34 +166,28 @@ TEST(SolidContact, ballReachesThePrismWhenItIsCloserThanItsRadius) {
 }
 
 TEST(SolidContact, uprightSideDoesNotLimitTheBall) {
-  BallAndPrismD d{};
-  d.lengthAxis[0] = d.sideAxis1[1] = d.sideAxis2[2] = 1;
-  d.ballRadius = 1;
+  BallAndPrismD d = uprightPrism();
   d.ballCentre[1] = 1e6F;
-  int result = 8;
-  slJudgeBallAndPrism(d, &result);
-  EXPECT_EQ(result, 0);
+  EXPECT_EQ(contact(d), 0);
   d.sideAngle1 = zel::kHalfPi;
-  slJudgeBallAndPrism(d, &result);
-  EXPECT_EQ(result, 1);
+  EXPECT_EQ(contact(d), 1);
   d.ballCentre[1] = 1.1e7F;
-  slJudgeBallAndPrism(d, &result);
-  EXPECT_EQ(result, 0) << "the limit that stands for none";
+  EXPECT_EQ(contact(d), 0) << "the limit that stands for none";
 }
 
 TEST(LinearSystems, threeUnknownsAreRecovered) {
   RandomGeometry random(145);
   for (int repeat = 0; repeat < 3000; ++repeat) {
-    double a[9], b[3], x[3];
+    const Double3 rows[3]{random.point(3), random.point(3), random.point(3)};
     const Double3 expected = random.point(5);
-    for (double& element : a) {
-      element = random.number(-3, 3);
+    const Double3 b{dot(rows[0], expected), dot(rows[1], expected), dot(rows[2], expected)};
+    double a[9];
+    for (int i = 0; i < 9; ++i) {
+      a[i] = rows[i / 3][static_cast<std::size_t>(i % 3)];
     }
-    for (std::size_t row = 0; row < 3; ++row) {
-      b[row] = dot({a[3 * row], a[3 * row + 1], a[3 * row + 2]}, expected);
-    }
-    if (slSolveEquationGroup3(a, b, x) == 1) {
-      EXPECT_LT(norm(Double3{x[0], x[1], x[2]} - expected), 1e-8);
+    Double3 x;
+    if (slSolveEquationGroup3(a, b.data(), x.data()) == 1) {
+      EXPECT_LT(norm(x - expected), 1e-8);
     }
   }
   double diagonal[9]{1, 0, 0, 0, 1, 0, 0, 0, kTolerance}, b[3]{1, 2, 3}, x[3]{8, 8, 8};

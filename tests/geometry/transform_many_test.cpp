@@ -2,90 +2,80 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <vector>
 
+#include "geometry/geometry_values.h"
 #include "geometry/random_geometry.h"
 #include "support/bits.h"
-#include "zel/geometry/matrices.h"
 
 namespace {
 
-using zel::test::samePoint;
+using namespace zel::test;  // NOLINT
 
 /// A record as a mesh holds it: something before, a point, a normal, something after.
 struct Record {
-  char tag;
-  float point[3];
-  float normal[3];
-  char guard;
+  char tag = 'g';
+  Float3 point, normal;
+  char guard = 'g';
 };
 
-std::vector<Record> randomRecords(zel::test::RandomGeometry& random, std::size_t count) {
+Float3 oddPoint(RandomGeometry& random) {
   const float special[]{0.0F, -0.0F, INFINITY, -INFINITY, 3e38F, 1e-45F};
-  std::vector<Record> records(count);
-  for (Record& record : records) {
-    record.tag = record.guard = 'g';
-    for (int i = 0; i < 3; ++i) {
-      const auto pick = static_cast<std::size_t>(random.number(0, 60));
-      record.point[i] = pick < 6 ? special[pick] : static_cast<float>(random.number(-9, 9));
-      record.normal[i] = pick > 54 ? special[60 - pick] : static_cast<float>(random.number(-1, 1));
-    }
+  Float3 p;
+  for (float& component : p) {
+    const auto pick = static_cast<std::size_t>(random.number(0, 60));
+    component = pick < std::size(special) ? special[pick] : random.number(-9, 9);
   }
-  return records;
+  return p;
 }
 
-void randomMatrix(zel::test::RandomGeometry& random, float m[16]) {
-  for (int k = 0; k < 16; ++k) {
-    m[k] = random.number(0, 1) < 0.2 ? 0.0F : static_cast<float>(random.number(-2, 2));
-  }
+Matrix randomMatrix(RandomGeometry& random) {
+  Matrix m;
+  std::generate(m.begin(), m.end(),
+                [&] { return random.number(0, 1) < 0.2 ? 0.0F : random.number(-2, 2); });
+  return m;
 }
 
 TEST(TransformMany, equalsOneByOneToTheBit) {
-  zel::test::RandomGeometry random(101);
+  RandomGeometry random(101);
   for (std::size_t count = 0; count < 40; ++count) {
-    float m[16];
-    randomMatrix(random, m);
-    const std::vector<Record> before = randomRecords(random, count);
+    const Matrix m = randomMatrix(random);
+    std::vector<Record> before(count + 1);  // the last is no part of the runs
+    for (Record& record : before) {
+      record.point = oddPoint(random);
+      record.normal = oddPoint(random);
+    }
     std::vector<Record> both = before, points = before, normals = before;
-    float* const none = nullptr;
-    const auto run = [&](std::vector<Record>& records, bool ofPoints) {
-      float* first = records.empty() ? none
-                     : ofPoints      ? records.front().point
-                                     : records.front().normal;
-      return zel::VectorRun{first, count, sizeof(Record)};
-    };
-    zel::transformPoints(m, run(points, true));
-    zel::transformDirections(m, run(normals, false));
-    zel::transformPointsAndDirections(m, run(both, true), run(both, false).first);
-    for (std::size_t i = 0; i < count; ++i) {
+    zel::transformPoints(m, {points[0].point, count, sizeof(Record)});
+    zel::transformDirections(m, {normals[0].normal, count, sizeof(Record)});
+    zel::transformPointsAndDirections(m, {both[0].point, count, sizeof(Record)}, both[0].normal);
+    for (std::size_t i = 0; i <= count; ++i) {
       Record expected = before[i];
-      slMatrix16MultiPoint3(m, expected.point);
-      slMatrix16MultiVector3(m, expected.normal);
+      if (i < count) {
+        slMatrix16MultiPoint3(m, expected.point);
+        slMatrix16MultiVector3(m, expected.normal);
+      }
       EXPECT_TRUE(samePoint(points[i].point, expected.point));
       EXPECT_TRUE(samePoint(points[i].normal, before[i].normal));
       EXPECT_TRUE(samePoint(normals[i].normal, expected.normal));
       EXPECT_TRUE(samePoint(normals[i].point, before[i].point));
-      EXPECT_TRUE(samePoint(both[i].point, expected.point) &&
-                  samePoint(both[i].normal, expected.normal));
+      EXPECT_TRUE(samePoint(both[i].point, expected.point));
+      EXPECT_TRUE(samePoint(both[i].normal, expected.normal));
       EXPECT_EQ(both[i].tag + both[i].guard, 2 * 'g');
     }
   }
 }
 
 TEST(TransformMany, packedPointsEndAtTheirLastFloat) {
-  zel::test::RandomGeometry random(102);
-  float m[16];
-  randomMatrix(random, m);
+  RandomGeometry random(102);
+  const Matrix m = randomMatrix(random);
   for (std::size_t count = 1; count < 9; ++count) {
     std::vector<float> points(3 * count, 2.0F);  // exactly as long as the points: no room to spill
     zel::transformPoints(m, {points.data(), count});
-    const float one[3]{2, 2, 2};
-    float expected[3];
-    slMatrix16MultiPoint3(m, one, expected);
     for (std::size_t i = 0; i < count; ++i) {
-      EXPECT_TRUE(samePoint(&points[3 * i], expected));
+      EXPECT_TRUE(samePoint(&points[3 * i], moved(m, {2, 2, 2})));
     }
   }
 }
