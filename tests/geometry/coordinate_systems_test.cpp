@@ -5,7 +5,6 @@
 #include <cmath>
 
 #include "geometry/random_geometry.h"
-#include "zel/core/constants.h"
 
 namespace {
 

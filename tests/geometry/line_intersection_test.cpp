@@ -12,24 +12,10 @@ namespace {
 using namespace zel::test;  // NOLINT
 using zel::kTolerance;
 
-struct Directions {
-  Double3 u, v, normal;
-};
-
-/// Two unit directions at least 20 degrees apart and their unit normal.
-Directions obliqueDirections(RandomGeometry& random) {
-  Directions d{random.direction(), random.direction(), {}};
-  while (norm(cross(d.u, d.v)) < 0.35) {
-    d.v = random.direction();
-  }
-  d.normal = unit(cross(d.u, d.v));
-  return d;
-}
-
 TEST(LineIntersection, infiniteLinesMeetWhereTheyWereBuiltToMeet) {
   RandomGeometry random(101);
   for (int repeat = 0; repeat < 3000; ++repeat) {
-    const auto [u, v, normal] = obliqueDirections(random);
+    const auto [u, v, normal] = random.obliqueDirections(0.35);
     const Double3 meeting = random.point(3);
     const double expectedT = random.number(-4, 4), expectedS = random.number(1, 4);
     const Double3 a0 = meeting - expectedT * u, b0 = meeting - expectedS * v;
@@ -108,7 +94,7 @@ TEST(LineIntersection, parallelRayMeetsTheNearEndWithoutLookingAside) {
 TEST(LineIntersection, segmentPointOfAPerpendicularLineIsTheClosest) {
   RandomGeometry random(103);
   for (int repeat = 0; repeat < 2000; ++repeat) {
-    const auto [u, v, normal] = obliqueDirections(random);
+    const auto [u, v, normal] = random.obliqueDirections(0.35);
     const Double3 b0 = random.point(2), e = 3.0 * normal;
     const double s = random.number(-0.5, 1.5), back = random.number(0.5, 2);
     const Double3 a0 = b0 + s * e + back * u + random.number(-2, 2) * cross(u, normal);
@@ -167,7 +153,7 @@ const float (&floatsOf(const Float3& p))[3] {
 TEST(LineIntersection, parallelsHaveAPerpendicularOffset) {
   RandomGeometry random(104);
   for (int repeat = 0; repeat < 2000; ++repeat) {
-    const auto [d, other, normal] = obliqueDirections(random);
+    const auto [d, other, normal] = random.obliqueDirections(0.35);
     const Double3 start = random.point(3), offset = random.number(0.01, 3) * normal;
     const Float3 a = narrow(start), b = narrow(start + offset + random.number(-3, 3) * d),
                  u = narrow(random.number(0.5, 3) * d), v = narrow(random.number(-3, -0.5) * d);

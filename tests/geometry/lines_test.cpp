@@ -129,13 +129,11 @@ TEST(LinePairs, skewLinesMeetTheirCommonPerpendicular) {
 TEST(LinePairs, segmentsThatCrossInSpaceAreAsFarAsTheirLines) {
   RandomGeometry random(84);
   for (int repeat = 0; repeat < 3000; ++repeat) {
-    const Double3 centre = random.point(3), u = random.direction(), v = random.direction();
-    if (norm(cross(u, v)) < 0.3) {
-      continue;
-    }
+    const auto [u, v, normal] = random.obliqueDirections(0.3);
+    const Double3 centre = random.point(3);
     const double t = random.number(0.1, 0.9), s = random.number(0.1, 0.9);
     const double height = random.number(0.1, 2);
-    const Double3 b = centre + height * unit(cross(u, v));
+    const Double3 b = centre + height * normal;
     const Approach r(kSegments, centre - 4 * t * u, centre + 4 * (1 - t) * u, b - 3 * s * v,
                      b + 3 * (1 - s) * v);
     EXPECT_EQ(r.code, 3);
@@ -201,10 +199,8 @@ int intersect(Double3 a0, Double3 a1, Double3 b0, Double3 b1, float* t, float* s
 TEST(Intersections, linesOfOnePlaneMeetWhereTheyWereMade) {
   RandomGeometry random(85);
   for (int repeat = 0; repeat < 5000; ++repeat) {
-    const Double3 meeting = random.point(5), u = random.direction(), v = random.direction();
-    if (norm(cross(u, v)) < 0.1) {
-      continue;
-    }
+    const auto [u, v, normal] = random.obliqueDirections(0.1);
+    const Double3 meeting = random.point(5);
     const double t = random.number(-3, 3), s = random.number(-3, 3);
     float foundT, foundS;
     ASSERT_EQ(intersect(meeting - 2 * t * u, meeting + 2 * (1 - t) * u, meeting - s * v,

@@ -104,10 +104,8 @@ TEST(Planes, coplanarityNamesItsFourCases) {
 TEST(Planes, randomPolygonsAreJudgedAsTheyWereMade) {
   RandomGeometry random(72);
   for (int repeat = 0; repeat < 2000; ++repeat) {
-    const Double3 origin = random.point(5), u = random.direction(), v = random.direction();
-    if (norm(cross(u, v)) < 0.3) {
-      continue;
-    }
+    const auto [u, v, normal] = random.obliqueDirections(0.3);
+    const Double3 origin = random.point(5);
     std::vector<Double3> points{origin};
     for (int i = 0; i < 6; ++i) {
       const double angle = 0.4 * i + random.number(0, 0.2);
@@ -115,8 +113,8 @@ TEST(Planes, randomPolygonsAreJudgedAsTheyWereMade) {
     }
     float n[3];
     EXPECT_EQ(judge(points, n), 2);
-    EXPECT_NEAR(std::abs(dot(widen(n), unit(cross(u, v)))), 1, 1e-5);
-    points[5] = points[5] + 0.05 * unit(cross(u, v));
+    EXPECT_NEAR(std::abs(dot(widen(n), normal)), 1, 1e-5);
+    points[5] = points[5] + 0.05 * normal;
     EXPECT_EQ(judge(points, n), 3);
   }
 }

@@ -34,6 +34,11 @@ inline Double3 perpendicularTo(Double3 axis) { return unit(cross(axis, {0.3, 0.5
 /// The unit vector of the xy plane at an angle from +x.
 inline Double3 flatDirection(double angle) { return {std::cos(angle), std::sin(angle), 0}; }
 
+/// Two unit directions and the unit normal of both.
+struct ObliqueDirections {
+  Double3 u, v, normal;
+};
+
 /// Random configurations from one seed, in double precision and already exact in float.
 class RandomGeometry {
  public:
@@ -54,6 +59,15 @@ class RandomGeometry {
       v = point(1.0);
     }
     return widen(narrow(unit(v)));
+  }
+  /// Directions whose angle has at least the given sine.
+  ObliqueDirections obliqueDirections(double leastSine) {
+    const Double3 u = direction();
+    Double3 v = direction();
+    while (norm(cross(u, v)) < leastSine) {
+      v = direction();
+    }
+    return {u, v, unit(cross(u, v))};
   }
 
  private:

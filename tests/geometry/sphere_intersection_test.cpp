@@ -45,20 +45,21 @@ TEST(SphereIntersection, circleOfTwoSpheresLiesOnBoth) {
 }
 
 TEST(SphereIntersection, touchingSpheresGiveTheContactPoint) {
-  const Float3 c2{4, 0, 0};
   Float3 centre, normal{8, 8, 8};
   float radius = 8;
-  EXPECT_EQ(slGetShereIntersect(kOrigin, 3, c2, 1, centre, normal, &radius), 1);
+  const auto meet = [&](float r1, float x2, float r2) {
+    return slGetShereIntersect(kOrigin, r1, Float3{x2, 0, 0}, r2, centre, normal, &radius);
+  };
+  EXPECT_EQ(meet(3, 4, 0.9999F), 0);
+  EXPECT_EQ(meet(3, 4, 1.00005F), 1);
+  EXPECT_EQ(meet(3, 4, 1), 1);
   EXPECT_EQ(centre, (Float3{3, 0, 0}));
-  EXPECT_EQ(radius, 8.0F);
-  EXPECT_EQ(normal[0], 8.0F);
-  EXPECT_EQ(slGetShereIntersect(kOrigin, 3, c2, 0.9999F, centre, normal, &radius), 0);
-  EXPECT_EQ(slGetShereIntersect(kOrigin, 3, c2, 1.00005F, centre, normal, &radius), 1);
-  EXPECT_EQ(slGetShereIntersect(kOrigin, 1, kX, 1, centre, normal, &radius), 3);
+  EXPECT_EQ(radius + normal[0], 16.0F) << "neither is written";
+  EXPECT_EQ(meet(1, 1, 1), 3);
   EXPECT_EQ(centre, (Float3{0.5, 0, 0}));
   EXPECT_EQ(radius, static_cast<float>(std::sqrt(0.75)));
-  EXPECT_EQ(slGetShereIntersect(kOrigin, 1, kOrigin, 2, centre, normal, &radius), 3);
-  EXPECT_TRUE(std::isnan(normal[0])) << "concentric";
+  EXPECT_EQ(meet(1, 0, 2), 3) << "concentric";
+  EXPECT_TRUE(std::isnan(normal[0]));
 }
 
 TEST(SphereIntersection, planeCutsTheSphereInACircle) {

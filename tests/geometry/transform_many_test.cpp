@@ -21,6 +21,11 @@ struct Record {
   char guard = 'g';
 };
 
+bool isRecordOf(const Record& record, const Float3& point, const Float3& normal) {
+  return samePoint(record.point, point) && samePoint(record.normal, normal) && record.tag == 'g' &&
+         record.guard == 'g';
+}
+
 Float3 oddPoint(RandomGeometry& random) {
   const float special[]{0.0F, -0.0F, INFINITY, -INFINITY, 3e38F, 1e-45F};
   Float3 p;
@@ -52,18 +57,15 @@ TEST(TransformMany, equalsOneByOneToTheBit) {
     zel::transformDirections(m, {normals[0].normal, count, sizeof(Record)});
     zel::transformPointsAndDirections(m, {both[0].point, count, sizeof(Record)}, both[0].normal);
     for (std::size_t i = 0; i <= count; ++i) {
-      Record expected = before[i];
+      const Record& old = before[i];
+      Record transformed = old;
       if (i < count) {
-        slMatrix16MultiPoint3(m, expected.point);
-        slMatrix16MultiVector3(m, expected.normal);
+        slMatrix16MultiPoint3(m, transformed.point);
+        slMatrix16MultiVector3(m, transformed.normal);
       }
-      EXPECT_TRUE(samePoint(points[i].point, expected.point));
-      EXPECT_TRUE(samePoint(points[i].normal, before[i].normal));
-      EXPECT_TRUE(samePoint(normals[i].normal, expected.normal));
-      EXPECT_TRUE(samePoint(normals[i].point, before[i].point));
-      EXPECT_TRUE(samePoint(both[i].point, expected.point));
-      EXPECT_TRUE(samePoint(both[i].normal, expected.normal));
-      EXPECT_EQ(both[i].tag + both[i].guard, 2 * 'g');
+      EXPECT_TRUE(isRecordOf(points[i], transformed.point, old.normal));
+      EXPECT_TRUE(isRecordOf(normals[i], old.point, transformed.normal));
+      EXPECT_TRUE(isRecordOf(both[i], transformed.point, transformed.normal));
     }
   }
 }
