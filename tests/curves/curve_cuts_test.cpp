@@ -126,6 +126,9 @@ TEST(CutArc, parametersAreTheTwoFloatsBehindTheTwoPoints) {
   EXPECT_EQ(bits(found.parameter(1)),
             bits(static_cast<float>(double{kPi} - (double{zel::kHalfPi} - std::acos(0.5)))));
   EXPECT_EQ(found.out[2][2], kUntouched);
+  const Crossings left(c, -1);
+  EXPECT_NEAR(left.parameter(0), std::numbers::pi + std::asin(0.5), 1e-6);
+  EXPECT_NEAR(left.parameter(1), 2 * std::numbers::pi - std::asin(0.5), 1e-6);
 }
 
 TEST(CutArc, lineThroughTheCentreMeetsTheLibrarysQuarterTurns) {
