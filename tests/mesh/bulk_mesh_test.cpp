@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
-#include <numeric>
 #include <random>
 #include <set>
+#include <utility>
 
 #include "support/meshes.h"
 #include "zel/core/constants.h"
@@ -17,16 +16,28 @@
 
 namespace {
 
-using zel::test::Mesh;
+using namespace zel::test;
 
-double distance(const std::array<float, 3>& a, const std::array<float, 3>& b) {
-  return std::hypot(static_cast<double>(a[0]) - b[0], static_cast<double>(a[1]) - b[1],
-                    static_cast<double>(a[2]) - b[2]);
+zel::WeldReport weld(Mesh& mesh, double tolerance) {
+  return zel::weldMesh(mesh.nodes, mesh.triangles, mesh.quads, tolerance);
+}
+zel::MeshDefects defectsOf(const Mesh& mesh) {
+  return zel::findDefects(mesh.nodes, mesh.triangles, mesh.quads);
+}
+std::vector<zel::BoundaryChain> boundaryOf(const Mesh& mesh) {
+  return zel::boundaryChains(mesh.triangles, mesh.quads, mesh.nodes.GetBoundM());
+}
+zel::OrientationReport orient(Mesh& mesh) {
+  return zel::orientConsistently(mesh.triangles, mesh.quads, mesh.nodes.GetBoundM());
+}
+
+NodeArr fiveNodesOnAParabola() {
+  return nodesAt({{0, 0, 0}, {1, 1, 0}, {2, 4, 0}, {3, 9, 0}, {4, 16, 0}});
 }
 
 /// Every node against every kept one, in index order.
 std::vector<int> weldByWalk(const Mesh& mesh, double tolerance) {
-  std::vector<std::array<float, 3>> kept;
+  std::vector<Point> kept;
   std::vector<int> newIndexOf;
   for (int node = 0; node < mesh.nodes.GetBoundM(); ++node) {
     const auto p = mesh.point(node);
@@ -54,66 +65,43 @@ TEST(WeldMesh, agreesWithTheWalkAtEveryToleranceAndOrder) {
       }
     }
     const std::vector<int> expected = weldByWalk(mesh, tolerance);
-    const zel::WeldReport report = zel::weldMesh(mesh.nodes, mesh.triangles, mesh.quads, tolerance);
+    const zel::WeldReport report = weld(mesh, tolerance);
     EXPECT_TRUE(report.isDone);
     EXPECT_EQ(report.newIndexOf, expected) << "tolerance " << tolerance;
     EXPECT_LE(report.largestMove, tolerance);
   }
 }
 
-TEST(WeldMesh, chainsMergeEveryOtherNodeInIndexOrder) {
-  const auto weldChain = [](std::vector<float> places) {
-    Mesh mesh;
-    for (const float x : places) {
-      mesh.addNode(x, 0);
-    }
-    return zel::weldMesh(mesh.nodes, mesh.triangles, mesh.quads, 1.0).newIndexOf;
-  };
-  EXPECT_EQ(weldChain({0.0F, 0.9F, 1.8F, 2.7F}), (std::vector<int>{0, 0, 1, 1}));
-  EXPECT_EQ(weldChain({0.9F, 0.0F, 1.8F, 2.7F}), (std::vector<int>{0, 0, 0, 1}));
-  EXPECT_EQ(weldChain({1.8F, 0.9F, 0.0F, 2.7F}), (std::vector<int>{0, 0, 1, 0}));
-}
-
 TEST(WeldMesh, collapsedFacesGoAndNarrowedQuadsBecomeTriangles) {
-  Mesh mesh;
-  mesh.addNode(0, 0);
-  mesh.addNode(1, 0);
-  mesh.addNode(1, 1);
-  mesh.addNode(0, 1);
-  mesh.addNode(0, 1.001F);
-  mesh.addNode(1.001F, 1);
-  mesh.addTriangle(0, 1, 2);
-  mesh.addTriangle(2, 5, 3);
-  mesh.addTriangle(0, 1, 99);
-  mesh.addQuad(0, 1, 2, 3);
-  mesh.addQuad(0, 2, 3, 4);
-  mesh.addQuad(3, 4, 2, 5);
-  mesh.addQuad(2, 3, 5, 0);  // opposite corners coincide
-  const zel::WeldReport report = zel::weldMesh(mesh.nodes, mesh.triangles, mesh.quads, 0.01);
+  Mesh mesh{nodesAt({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 1.001F, 0}, {1.001F, 1, 0}}),
+            trianglesOf({{0, 1, 2}, {2, 5, 3}, {0, 1, 99}}),
+            // The opposite corners of the last one coincide.
+            quadsOf({{0, 1, 2, 3}, {0, 2, 3, 4}, {3, 4, 2, 5}, {2, 3, 5, 0}})};
+  const zel::WeldReport report = weld(mesh, 0.01);
   EXPECT_EQ(report.nodesMerged, 2);
   EXPECT_EQ(report.facesCollapsed, 4);
   EXPECT_EQ(report.quadsNarrowed, 1);
   EXPECT_EQ(mesh.nodes.GetBoundM(), 4);
   EXPECT_EQ(mesh.quads.GetBoundM(), 1);
   ASSERT_EQ(mesh.triangles.GetBoundM(), 2);
-  EXPECT_EQ(mesh.corners(1), (std::array<int, 3>{0, 2, 3}));
+  EXPECT_EQ(mesh.corners(1), (Corners{0, 2, 3}));
 }
 
 TEST(WeldMesh, badCoordinatesAreRefusedWithTheirPlace) {
-  Mesh mesh = zel::test::makeTetrahedron();
-  mesh.addNode(std::numeric_limits<float>::quiet_NaN(), 0);
-  mesh.addNode(0, std::numeric_limits<float>::infinity());
-  const zel::WeldReport report = zel::weldMesh(mesh.nodes, mesh.triangles, mesh.quads, 10.0);
+  Mesh mesh = makeTetrahedron();
+  mesh.addNode(NAN, 0);
+  mesh.addNode(0, INFINITY);
+  const zel::WeldReport report = weld(mesh, 10.0);
   EXPECT_FALSE(report.isDone);
   EXPECT_EQ(report.badNode, 4);
   EXPECT_EQ(mesh.nodes.GetBoundM(), 6);
-  Mesh good = zel::test::makeTetrahedron();
-  EXPECT_FALSE(zel::weldMesh(good.nodes, good.triangles, good.quads, -1.0).isDone);
+  Mesh good = makeTetrahedron();
+  EXPECT_FALSE(weld(good, -1.0).isDone);
   EXPECT_NEAR(zel::relativeTolerance(good.nodes, 0.5), std::sqrt(3.0), 1e-12);
 }
 
 TEST(Compaction, mapsLeadBothWaysAndCornersFollow) {
-  Mesh mesh = zel::test::makeFlatGrid(6, 6);
+  Mesh mesh = makeFlatGrid(6, 6);
   const Mesh before = mesh;
   for (const int node : {3, 20, 48}) {
     mesh.nodes.DelItemM(node);
@@ -137,7 +125,7 @@ TEST(Compaction, mapsLeadBothWaysAndCornersFollow) {
 }
 
 TEST(Compaction, unusedNodesAreFound) {
-  Mesh mesh = zel::test::makeTetrahedron();
+  Mesh mesh = makeTetrahedron();
   mesh.addNode(5, 5);
   mesh.triangles.DelItemM(0);
   EXPECT_EQ(zel::deleteUnusedNodes(mesh.nodes, mesh.triangles, mesh.quads), 1);
@@ -160,15 +148,14 @@ std::set<std::pair<int, int>> boundaryByCounting(const Mesh& mesh) {
 }
 
 TEST(BoundaryChains, coverEveryBoundaryEdgeOnce) {
-  Mesh mesh = zel::test::makeFlatGrid(9, 7);
+  Mesh mesh = makeFlatGrid(9, 7);
   for (const int slot : {10, 11, 40, 70, 71, 72}) {
     mesh.triangles.DelItemM(slot);
   }
   (void)zel::compactFaces(mesh.triangles);
   std::set<std::pair<int, int>> found;
   std::size_t edges = 0;
-  for (const auto& chain :
-       zel::boundaryChains(mesh.triangles, mesh.quads, mesh.nodes.GetBoundM())) {
+  for (const auto& chain : boundaryOf(mesh)) {
     EXPECT_TRUE(chain.isClosed);
     for (std::size_t i = 0; i < chain.nodes.size(); ++i) {
       found.insert(std::minmax({chain.nodes[i], chain.nodes[(i + 1) % chain.nodes.size()]}));
@@ -180,40 +167,23 @@ TEST(BoundaryChains, coverEveryBoundaryEdgeOnce) {
 }
 
 TEST(BoundaryChains, discHasOneLoopInWindingOrderFromItsFirstEdge) {
-  Mesh mesh;
-  mesh.addNode(0, 0);
-  mesh.addNode(1, 0);
-  mesh.addNode(1, 1);
-  mesh.addNode(0, 1);
-  mesh.addQuad(0, 1, 2, 3);
-  const auto chains = zel::boundaryChains(mesh.triangles, mesh.quads, 4);
+  const auto chains = boundaryOf({fiveNodesOnAParabola(), {}, quadsOf({{0, 1, 2, 3}})});
   ASSERT_EQ(chains.size(), 1U);
   EXPECT_EQ(chains[0].nodes, (std::vector<int>{0, 1, 2, 3}));
 }
 
 TEST(BoundaryChains, loopsThatMeetInANodeStayApart) {
-  Mesh mesh;
-  for (int i = 0; i < 5; ++i) {
-    mesh.addNode(static_cast<float>(i), static_cast<float>(i * i));
-  }
-  mesh.addTriangle(0, 1, 2);
-  mesh.addTriangle(2, 3, 4);
-  const auto chains = zel::boundaryChains(mesh.triangles, mesh.quads, 5);
+  const Mesh mesh{fiveNodesOnAParabola(), trianglesOf({{0, 1, 2}, {2, 3, 4}})};
+  const auto chains = boundaryOf(mesh);
   ASSERT_EQ(chains.size(), 2U);
   EXPECT_EQ(chains[0].nodes, (std::vector<int>{0, 1, 2}));
   EXPECT_EQ(chains[1].nodes, (std::vector<int>{2, 3, 4}));
-  EXPECT_EQ(zel::findDefects(mesh.nodes, mesh.triangles, mesh.quads).bowTieNodes, 1);
+  EXPECT_EQ(defectsOf(mesh).bowTieNodes, 1);
 }
 
 TEST(BoundaryChains, crowdedAndMixedEdgesOpenTheChain) {
-  Mesh fan;
-  for (int i = 0; i < 5; ++i) {
-    fan.addNode(static_cast<float>(i), static_cast<float>(i * i));
-  }
-  fan.addTriangle(0, 1, 2);
-  fan.addTriangle(1, 0, 3);
-  fan.addTriangle(0, 1, 4);
-  const auto chains = zel::boundaryChains(fan.triangles, fan.quads, 5);
+  const auto chains =
+      boundaryOf({fiveNodesOnAParabola(), trianglesOf({{0, 1, 2}, {1, 0, 3}, {0, 1, 4}})});
   ASSERT_EQ(chains.size(), 3U);
   EXPECT_FALSE(chains[0].isClosed);
   EXPECT_EQ(chains[0].nodes, (std::vector<int>{1, 2, 0}));
@@ -221,32 +191,27 @@ TEST(BoundaryChains, crowdedAndMixedEdgesOpenTheChain) {
 
 TEST(Orientation, scrambledMeshesGetTheMajoritysWinding) {
   std::mt19937 random(3);
-  Mesh mesh = zel::test::makeFlatGrid(12, 12);
-  zel::test::setFaceNormals(mesh);
+  Mesh mesh = makeFlatGrid(12, 12);
+  setFaceNormals(mesh);
   int flipped = 0;
   for (int slot = 0; slot < mesh.triangles.GetBoundM(); ++slot) {
     if (random() % 3 == 0) {
-      TriangleCL face;
-      mesh.triangles.GetItemM(&face, slot);
-      const auto c = mesh.corners(slot);
-      face.SetTriangleM(c[0], c[2], c[1]);
+      TriangleCL face = std::as_const(mesh.triangles)[slot];
+      const auto [a, b, c] = mesh.corners(slot);
+      face.SetTriangleM(a, c, b);
       face.NegativeNormalVectM();
       mesh.triangles.SetItemM(face, slot);
       ++flipped;
     }
   }
-  const auto report = zel::orientConsistently(mesh.triangles, mesh.quads, mesh.nodes.GetBoundM());
+  const zel::OrientationReport report = orient(mesh);
   EXPECT_EQ(report.components, 1);
   EXPECT_EQ(report.facesReversed, flipped);
   EXPECT_EQ(report.twistedSeams, 0);
   for (int slot = 0; slot < mesh.triangles.GetBoundM(); ++slot) {
-    float normal[3];
-    TriangleCL face;
-    mesh.triangles.GetItemM(&face, slot);
-    face.GetNormM(normal);
-    EXPECT_EQ(normal[2], 1.0F);
+    EXPECT_EQ(std::as_const(mesh.triangles)[slot].record().normal[2], 1.0F);
   }
-  EXPECT_EQ(zel::findDefects(mesh.nodes, mesh.triangles, mesh.quads).mixedEdges, 0);
+  EXPECT_EQ(defectsOf(mesh).mixedEdges, 0);
 }
 
 TEST(Orientation, moebiusStripReportsItsSeam) {
@@ -262,27 +227,21 @@ TEST(Orientation, moebiusStripReportsItsSeam) {
     const int c = (i + 1 < kCells) ? a + 3 : 0;
     mesh.addQuad(a, b, c, a + 1);
   }
-  const auto report = zel::orientConsistently(mesh.triangles, mesh.quads, 2 * kCells);
+  const zel::OrientationReport report = orient(mesh);
   EXPECT_EQ(report.components, 1);
   EXPECT_EQ(report.twistedSeams, 1);
 }
 
-TEST(Defects, closedTetrahedronHasNone) {
-  const Mesh mesh = zel::test::makeTetrahedron();
-  const zel::MeshDefects found = zel::findDefects(mesh.nodes, mesh.triangles, mesh.quads);
-  EXPECT_FALSE(found.any());
-  EXPECT_EQ(found.components, 1);
-}
-
 TEST(Defects, eachClassIsCountedApart) {
-  Mesh mesh = zel::test::makeTetrahedron();
+  Mesh mesh = makeTetrahedron();
+  EXPECT_FALSE(defectsOf(mesh).any());
   mesh.addTriangle(2, 0, 1);  // repeats face 0 and crowds three edges
   mesh.addTriangle(0, 0, 1);  // repeated corner
   const int onLine = mesh.addNode(1, 0, 0);
   mesh.addTriangle(0, onLine, 1);  // no area: node halfway along the edge
   mesh.addTriangle(0, 1, 77);
-  mesh.addNode(std::numeric_limits<float>::quiet_NaN(), 1);
-  const zel::MeshDefects found = zel::findDefects(mesh.nodes, mesh.triangles, mesh.quads);
+  mesh.addNode(NAN, 1);
+  const zel::MeshDefects found = defectsOf(mesh);
   EXPECT_EQ(found.duplicateFaces, 1);
   EXPECT_EQ(found.crowdedEdges, 3);
   EXPECT_EQ(found.degenerateFaces, 2);

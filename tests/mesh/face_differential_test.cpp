@@ -9,21 +9,12 @@
 
 namespace {
 
-using zel::test::FaceModel;
-using zel::test::ListSequence;
-using zel::test::ModelFace;
+using namespace zel::test;
 
 template <int kCount>
 using ListOf = std::conditional_t<kCount == 3, TriangleArr, QuadArr>;
 template <int kCount>
 using FaceOf = std::conditional_t<kCount == 3, TriangleCL, QuadCL>;
-
-template <int kCount>
-FaceOf<kCount> make(const ModelFace<kCount>& face) {
-  FaceOf<kCount> result(static_cast<char>(face.tag));
-  std::copy(face.corners.begin(), face.corners.end(), result.record().corners);
-  return result;
-}
 
 template <int kCount>
 class FaceSequence : public ListSequence<ListOf<kCount>, FaceOf<kCount>, FaceModel<kCount>> {
@@ -42,7 +33,7 @@ class FaceSequence : public ListSequence<ListOf<kCount>, FaceOf<kCount>, FaceMod
  private:
   void takeStep() override {
     const int kind = pick(100);
-    kind < 30 ? add() : kind < 60 ? search() : kind < 97 ? change() : changeMany(pick(60));
+    kind < 30 ? merge() : kind < 60 ? search() : kind < 97 ? change() : changeMany(pick(60));
   }
   // A few hubs, many ordinary nodes, some that are far out or no nodes at all.
   int node() {
@@ -50,7 +41,12 @@ class FaceSequence : public ListSequence<ListOf<kCount>, FaceOf<kCount>, FaceMod
     const int kind = pick(50);
     return kind == 0 ? kOdd[pick(5)] : kind < 8 ? pick(3) : pick(nodes_);
   }
-  Face face() {
+  [[nodiscard]] FaceOf<kCount> elementOf(const Face& row) const override {
+    FaceOf<kCount> result(static_cast<char>(row.tag));
+    std::copy(row.corners.begin(), row.corners.end(), result.record().corners);
+    return result;
+  }
+  Face anyRow() override {
     Face result;
     const int tag = pick(30);
     result.tag = static_cast<signed char>(tag < 3 ? 30 + 2 * tag : 31);
@@ -61,7 +57,7 @@ class FaceSequence : public ListSequence<ListOf<kCount>, FaceOf<kCount>, FaceMod
   }
   // Half the time a face that exists, turned about, so that searches hit.
   std::array<int, kCount> corners() {
-    auto result = face().corners;
+    auto result = anyRow().corners;
     if (pick(2) == 0 && model_.bound > 0) {
       result = model_.at(slot()).corners;
       std::shuffle(result.begin(), result.end(), random_);
@@ -69,15 +65,15 @@ class FaceSequence : public ListSequence<ListOf<kCount>, FaceOf<kCount>, FaceMod
     return result;
   }
 
-  void add() {
-    Face value = face();
+  void merge() {
+    Face value = anyRow();
     if (pick(2) == 0) {
       value.corners = corners();
     }
     if constexpr (kCount == 3) {
-      EXPECT_EQ(list_->MergeTriangleLstM(make<3>(value)), model_.merge(value));
+      EXPECT_EQ(list_->MergeTriangleLstM(elementOf(value)), model_.merge(value));
     } else {
-      EXPECT_EQ(list_->MergeQuadLstM(make<4>(value)), model_.merge(value));
+      EXPECT_EQ(list_->MergeQuadLstM(elementOf(value)), model_.merge(value));
     }
   }
 
@@ -117,38 +113,28 @@ class FaceSequence : public ListSequence<ListOf<kCount>, FaceOf<kCount>, FaceMod
     EXPECT_EQ(at, modelAt);
     Int2DArr pairs;
     list_->FindTriangleM(a, &pairs);
-    const auto expected = model_.around(a);
-    ASSERT_EQ(pairs.GetBoundM(), static_cast<int>(expected.size()));
+    std::vector<std::array<int, 2>> around(static_cast<std::size_t>(pairs.GetBoundM()));
     for (int k = 0; k < pairs.GetBoundM(); ++k) {
-      int pair[2];
-      pairs.GetItemM(pair, k);
-      EXPECT_EQ(pair[0], expected[static_cast<std::size_t>(k)][0]);
-      EXPECT_EQ(pair[1], expected[static_cast<std::size_t>(k)][1]);
+      pairs.GetItemM(around[static_cast<std::size_t>(k)].data(), k);
     }
+    EXPECT_EQ(around, model_.around(a));
   }
 
   void change() {
-    const int at = slot();
-    const Face value = face();
     switch (pick(8)) {
       case 0:
-        list_->DelItemM(at);
-        return model_.remove(at);
-      case 1: {
-        const int target = pick(20) == 0 ? model_.bound + pick(3) : at;
-        list_->SetItemM(make<kCount>(value), target);
-        return model_.set(value, target);
-      }
+        return this->remove();
+      case 1:
+        return this->set();
       case 2:
-        EXPECT_EQ(list_->AddItemM(make<kCount>(value)), model_.add(value));
-        return;
+        return this->add();
       case 3:
       case 4:
         return rename(node(), node());
       case 5:
-        return pick(4) == 0 ? this->handOut() : writeThroughHandle();
+        return pick(4) == 0 ? this->handOut() : this->writeThroughHandle();
       case 6:
-        return writeThroughHandle();
+        return this->writeThroughHandle();
       default:
         deleteAround(node());
     }
@@ -165,50 +151,30 @@ class FaceSequence : public ListSequence<ListOf<kCount>, FaceOf<kCount>, FaceMod
       }
     }
   }
-  void writeThroughHandle() {
-    const typename Sequence::Handle handle = this->someHandle();
-    if (handle.element == nullptr) {
-      return;
-    }
-    const Face value = face();
-    if (pick(2) == 0) {
-      std::copy(value.corners.begin(), value.corners.end(), handle.element->record().corners);
-      model_.at(handle.slot).corners = value.corners;
-    } else {
-      handle.element->SetDeleteTagM(static_cast<char>(value.tag));
-      model_.at(handle.slot).tag = value.tag;
-    }
-  }
-
   void changeMany(int kind) {
     if (kind < 8) {
       this->changeWhole(kind);
     } else if (kind < 22) {
-      insert();
+      pick(2) == 0 ? this->insert() : insertByModify();
     } else if (kind < 26) {
       renumber();
     } else if (kind < 28) {
       purge();
     }
   }
-  void insert() {
-    const Face value = face();
-    const int at = pick(model_.bound + 1);
-    if (pick(2) == 0) {
-      list_->InsertItemM(make<kCount>(value), at);
-      return model_.insert(value, at);
-    }
-    Face live = value;
+  void insertByModify() {
+    Face live = anyRow();
     live.tag = zel::kTagAvailable;
+    const int at = pick(model_.bound + 1);
     if (model_.bound == model_.length()) {
       model_.grow(model_.increment);
     }
     model_.insert(live, at);
     if constexpr (kCount == 3) {
       const float normal[3] = {0.0F, 0.0F, 1.0F};
-      list_->ModifyM(at, value.corners.data(), normal);
+      list_->ModifyM(at, live.corners.data(), normal);
     } else {
-      list_->ModifyM(at, value.corners.data());
+      list_->ModifyM(at, live.corners.data());
     }
   }
   void renumber() {

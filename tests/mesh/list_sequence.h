@@ -30,25 +30,61 @@ class ListSequence {
   }
 
  protected:
-  struct Handle {
-    int slot;
-    Element* element;
-  };
-
   explicit ListSequence(unsigned seed) : random_(seed) {}
   ~ListSequence() = default;
 
+  using Row = typename Model::Row;
+
   virtual void takeStep() = 0;
+  virtual Row anyRow() = 0;
+  [[nodiscard]] virtual Element elementOf(const Row& row) const = 0;
   /// Whether one slot is as the model has it.
   [[nodiscard]] virtual bool agreesAt(int slot) const = 0;
 
   int pick(int count) { return std::uniform_int_distribution<int>(0, count - 1)(random_); }
   int slot() { return model_.bound == 0 ? 0 : pick(model_.bound); }
 
+  void add() {
+    const Row row = anyRow();
+    EXPECT_EQ(list_->AddItemM(elementOf(row)), model_.add(row));
+  }
+  void set() {
+    const Row row = anyRow();
+    const int at = pick(20) == 0 ? model_.bound + pick(60) : slot();
+    list_->SetItemM(elementOf(row), at);
+    model_.set(row, at);
+  }
+  void insert() {
+    const Row row = anyRow();
+    const int at = pick(model_.bound + 1);
+    list_->InsertItemM(elementOf(row), at);
+    model_.insert(row, at);
+  }
+  void remove() {
+    const int at = slot();
+    list_->DelItemM(at);
+    model_.remove(at);
+  }
+  /// Changes the tag or all else of a slot behind the list's back.
+  void writeThroughHandle() {
+    const Handle handle = someHandle();
+    if (handle.element == nullptr) {
+      return;
+    }
+    Row& row = model_.at(handle.slot);
+    Row other = anyRow();
+    if (pick(2) == 0) {
+      std::swap(row, other);
+    }
+    row.tag = other.tag;
+    *handle.element = elementOf(row);
+  }
+
   /// Copies, moves or empties the list. @param kind 0 to 7.
   void changeWhole(int kind) {
     if (kind < 3) {
-      List copy(*list_);
+      const List copy(*list_);
+      *list_ = *&*list_;  // to itself: nothing happens
       kind == 0 ? list_.emplace(copy) : kind == 1 ? list_.emplace() = copy : * list_ = copy;
       forgetHandles();
     } else if (kind < 6) {
@@ -83,6 +119,21 @@ class ListSequence {
       handles_.push_back({at, pick(2) == 0 ? list_->GetItemPM(at) : &(*list_)[at]});
     }
   }
+  void forgetHandles() {
+    handles_.clear();
+    all_ = nullptr;
+  }
+
+  std::mt19937 random_;
+  std::optional<List> list_{std::in_place};
+  Model model_;
+
+ private:
+  struct Handle {
+    int slot;
+    Element* element;
+  };
+
   /// A slot to change behind the list's back, as is allowed until its next growth; null when none
   /// is handed out.
   Handle someHandle() {
@@ -95,16 +146,6 @@ class ListSequence {
                ? Handle{0, nullptr}
                : handles_[static_cast<std::size_t>(pick(static_cast<int>(handles_.size())))];
   }
-  void forgetHandles() {
-    handles_.clear();
-    all_ = nullptr;
-  }
-
-  std::mt19937 random_;
-  std::optional<List> list_{std::in_place};
-  Model model_;
-
- private:
   void forgetStaleHandles() {
     if (list_->GetLengthM() != handlesLength_) {
       forgetHandles();

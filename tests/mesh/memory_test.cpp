@@ -2,15 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <new>
 
 #include "support/meshes.h"
 #include "zel/containers/point2d_arr.h"
-#include "zel/containers/point3d_arr.h"
-#include "zel/core/constants.h"
-#include "zel/geometry/geometry.h"
 
 namespace {
 
@@ -42,6 +40,8 @@ std::size_t bytesAllotted = 0;  // by requests since a test last set it
 
 namespace {
 
+using namespace zel::test;
+
 /// Calls `ask` with a heap that refuses its first, second ... request until it refuses none.
 /// @return how often something was refused; each time `isRefusal(ask())` must hold.
 template <class Ask, class IsRefusal>
@@ -59,14 +59,12 @@ int refuseEachRequest(Ask ask, IsRefusal isRefusal) {
 }
 
 TEST(Memory, unfoldingAnswersZeroWhenItIsRefused) {
-  const zel::test::Mesh mesh = zel::test::makeFlatGrid(6, 6);
-  XYCoordSysD none{};
-  none.origin[0] = zel::kFloatMark;
+  const Mesh mesh = makeFlatGrid(6, 6);
   const int refusals = refuseEachRequest(
       [&] {
         TriangleArr faces(mesh.triangles);
         Point2DArr uv;
-        return faces.GetTexCoordM(none, &uv, mesh.nodes);
+        return faces.GetTexCoordM(noSystem(), &uv, mesh.nodes);
       },
       [](int result) { return result == 0; });
   EXPECT_GT(refusals, 2);
@@ -75,9 +73,8 @@ TEST(Memory, unfoldingAnswersZeroWhenItIsRefused) {
 TEST(Memory, farthestPairIsNoneWhenItIsRefused) {
   Point3DArr points;
   for (int i = 0; i < 300; ++i) {
-    const float p[3] = {static_cast<float>(i % 17), static_cast<float>(i % 13),
-                        static_cast<float>(i) * 0.1F};
-    points.AddItemM(p);
+    const auto x = static_cast<float>(i);
+    points.AddItemM(Point{std::fmod(x, 17.0F), std::fmod(x, 13.0F), x * 0.1F}.data());
   }
   int a = 0;
   int b = 0;
@@ -89,18 +86,17 @@ TEST(Memory, farthestPairIsNoneWhenItIsRefused) {
 }
 
 TEST(Memory, searchesAnswerTheSameWhenItIsRefused) {
-  const zel::test::Mesh mesh = zel::test::makeFlatGrid(12, 12);
+  const Mesh mesh = makeFlatGrid(12, 12);
   const auto ask = [&] {
     NodeArr nodes(mesh.nodes);
     TriangleArr faces(mesh.triangles);
     long answers = 0;
     const auto note = [&](int answer) { answers = (answers * 31 + answer) % 1000003; };
     for (int round = 0; round < 50; ++round) {
-      const float p[3] = {static_cast<float>(round % 15), static_cast<float>(round % 7), 0.0F};
-      NodeCL node(char{31});
-      node.SetPntM(p);
+      const Point p{static_cast<float>(round % 15), static_cast<float>(round % 7), 0.0F};
+      NodeCL node = nodeAt(p);
       int at = 0;
-      note(nodes.GetNearestNodeM(node, p));
+      note(nodes.GetNearestNodeM(node, p.data()));
       nodes.MergeNodeLstM(node, &at);
       note(at);
       const int corners[3] = {round, round + 1, round + 14};
@@ -122,7 +118,7 @@ TEST(Memory, searchesAnswerTheSameWhenItIsRefused) {
 }
 
 TEST(Memory, changesThatNobodySearchesForTakeNoMore) {
-  zel::test::Mesh mesh = zel::test::makeFlatGrid(20, 20);
+  Mesh mesh = makeFlatGrid(20, 20);
   int at = 0;
   for (int search = 0; search < 10; ++search) {
     mesh.triangles.JudgeBoundM(search, search + 1, &at);

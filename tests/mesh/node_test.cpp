@@ -3,17 +3,12 @@
 #include <cstring>
 #include <type_traits>
 
-#include "mesh/mesh_builders.h"
+#include "support/meshes.h"
+#include "zel/zel.h"
 
 namespace {
 
 using namespace zel::test;
-
-int merge(NodeArr& nodes, const Point& point) {
-  int index = -1;
-  nodes.MergeNodeLstM(nodeAt(point), &index);
-  return index;
-}
 
 TEST(Node, pointAndNormalMoveDifferently) {
   NodeCL node;
@@ -31,42 +26,6 @@ TEST(Node, pointAndNormalMoveDifferently) {
   EXPECT_EQ(out[2], 1.0F);
   EXPECT_EQ(node.CompareM(nodeAt({2.00005F, 4.0F, 6.0F}, 32)), 1);
   EXPECT_EQ(node.CompareM(nodeAt({2.0002F, 4.0F, 6.0F})), 0);
-}
-
-TEST(NodeArr, mergeFindsTheLowestNearNodeAndKeepsItsNormal) {
-  NodeArr nodes = nodesAt({{5, 0, 0}, {0, 0, 0}, {0.00008F, 0, 0}});
-  const float up[3] = {0, 0, 1};
-  nodes.SetNodeNormM(1, up);
-  EXPECT_EQ(merge(nodes, {0.00005F, 0, 0}), 1);
-  EXPECT_EQ(nodes.GetBoundM(), 3);
-  EXPECT_EQ(normalOf(nodes, 1)[2], 1.0F);
-  EXPECT_EQ(merge(nodes, {0.00016F, 0, 0}), 2);  // near the third only: no chain to the second
-  EXPECT_EQ(merge(nodes, {0, 0.0002F, 0}), 3);
-}
-
-TEST(NodeArr, mergeNeverRevivesADeletedSlot) {
-  NodeArr nodes = nodesAt({{1, 1, 1}, {2, 2, 2}});
-  nodes.DelItemM(0);
-  EXPECT_EQ(merge(nodes, {1, 1, 1}), 2);
-  EXPECT_EQ(nodes.GetBoundM(), 3);
-  EXPECT_EQ(nodes.GetAvailableNumM(), 2);
-}
-
-TEST(NodeArr, growsByDoublingFromFourAndCopiesDeeply) {
-  NodeArr nodes = nodesAt({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}});
-  EXPECT_EQ(nodes.GetLengthM(), 4);
-  nodes.AddItemM(nodeAt({4, 0, 0}));
-  EXPECT_EQ(nodes.GetLengthM(), 8);
-  nodes.SetItemM(nodeAt({5, 0, 0}), 40);
-  EXPECT_EQ(nodes.GetLengthM(), 41);
-  EXPECT_EQ(nodes.GetAvailableNumM(), 6);
-  NodeArr copy(nodes);
-  NodeArr moved(std::move(nodes));
-  copy.DelItemM(0);
-  EXPECT_EQ(moved.GetAvailableNumM(), 6);
-  EXPECT_EQ(nodes.GetLengthM(), 4);
-  moved = *&moved;
-  EXPECT_EQ(moved.GetBoundM(), 41);
 }
 
 TEST(NodeArr, badIndicesAreHarmless) {
@@ -96,8 +55,7 @@ TEST(NodeArr, addPntWritesTheSlotWhileThereIsRoomElseTheScratchNode) {
   const float limit[2] = {1, 1};
   nodes.AddPntAndNormM(scratch, limit, 0.5F, 0.5F, -1.0F, 9, 9, 9);
   EXPECT_EQ(pointOf(nodes, 3)[2], -1.0F);
-  const NodeArr& reader = nodes;
-  EXPECT_EQ(reader[3].IsAvailableM(), 30);  // the fresh slot's tag stays, yet it counts
+  EXPECT_EQ(tagOf(nodes, 3), 30);  // the fresh slot's tag stays, yet it counts
   EXPECT_EQ(nodes.GetAvailableNumM(), 4);
   nodes.AddPntAndNormM(scratch, limit, 0.5F, 0.5F, -1.0F, 9, 9, 9);
   EXPECT_EQ(pointOf(nodes, 4)[2], 0.0001F);
@@ -107,49 +65,28 @@ TEST(NodeArr, addPntWritesTheSlotWhileThereIsRoomElseTheScratchNode) {
   EXPECT_EQ(nodes.GetBoundM(), 5);
 }
 
-TEST(NodeArr, nearestTakesTheLowestOfEqualsAndCopiesSlotOneOnAMiss) {
-  NodeArr nodes = nodesAt({{9, 0, 0}, {1, 0, 0}, {-1, 0, 0}});
-  const float origin[3] = {0, 0, 0};
-  NodeCL out;
-  EXPECT_EQ(nodes.GetNearestNodeM(out, origin), 1);
-  for (const int slot : {0, 1, 2}) {
-    nodes.DelItemM(slot);
-  }
-  EXPECT_EQ(nodes.GetNearestNodeM(out, origin), -2147483647);
-  EXPECT_EQ(out.point()[0], 1.0F);
-}
-
 TEST(NodeArr, nearestCornerRunsOverSeveralFaces) {
   const NodeArr nodes = nodesAt({{5, 0, 0}, {3, 0, 0}, {2, 0, 0}, {1, 0, 0}});
-  NodeArr& searched = const_cast<NodeArr&>(nodes);
-  const float origin[3] = {0, 0, 0};
   float distance = 1e18F;
   int index = -1;
-  EXPECT_EQ(searched.GetNearestNodeM(&distance, &index, triangleOf(0, 1, 77), origin), 1);
-  EXPECT_EQ(searched.GetNearestNodeM(&distance, &index, quadOf(0, 2, 1, -5), origin), 2);
+  EXPECT_EQ(nodes.GetNearestNodeM(&distance, &index, triangleOf(0, 1, 77), kOrigin), 1);
+  EXPECT_EQ(nodes.GetNearestNodeM(&distance, &index, quadOf(0, 2, 1, -5), kOrigin), 2);
   EXPECT_EQ(distance, 2.0F);
-  EXPECT_EQ(searched.GetNearestNodeM(&distance, &index, triangleOf(0, 0, 0), origin), 2);
+  EXPECT_EQ(nodes.GetNearestNodeM(&distance, &index, triangleOf(0, 0, 0), kOrigin), 2);
 }
 
 TEST(NodeArr, descentStopsAtTheFirstEntryThatIsNotNearer) {
   const NodeArr nodes = nodesAt({{5, 0, 0}, {3, 0, 0}, {4, 0, 0}, {0, 0, 0}});
-  IntArr list;
-  for (const int node : {0, 1, 2, 3}) {
-    list.AddItemM(node);
-  }
   int position = 0;
-  nodes.GetNearestNodeIdxM(nodeAt({0, 0, 0}), list, &position);
+  nodes.GetNearestNodeIdxM(nodeAt({0, 0, 0}), intsOf({0, 1, 2, 3}), &position);
   EXPECT_EQ(position, 1);
 }
 
 TEST(NodeArr, minPointFollowsTheFirstDirectionThenTheSecond) {
   NodeArr nodes = nodesAt({{3, 1, 0}, {2, 0.5F, 0}, {9, 0, 0}, {1, 0.50005F, 0}});
   nodes.DelItemM(1);  // deleted nodes take part
-  const float origin[3] = {0, 0, 0};
-  const float x[3] = {1, 0, 0};
-  const float y[3] = {0, 1, 0};
   int index = -1;
-  nodes.GetMinPntIdxM(origin, y, x, &index);
+  nodes.GetMinPntIdxM(kOrigin, kAlongY, kAlongX, &index);
   EXPECT_EQ(index, 3);  // slot 2 is nearer in y but farther in x; slot 3 ties with 1 in y
 }
 
@@ -157,11 +94,10 @@ TEST(NodeArr, pickingGivesTiesToTheLast) {
   NodeArr nodes = nodesAt({{0.1F, 7, 0}, {0.05F, 0, 0}, {0.05F, 0.1F, 0.002F}, {0.05F, 5, 0}});
   float identity[16];
   slSetIdentity(identity);
-  const float origin[3] = {0, 0, 0};
   float out[3] = {};
-  EXPECT_EQ(nodes.GetSelectedIdxM(identity, origin, 0.5F, out), 2);  // slot 3 ties but lies far
+  EXPECT_EQ(nodes.GetSelectedIdxM(identity, kOrigin, 0.5F, out), 2);  // slot 3 ties but lies far
   EXPECT_EQ(out[2], 0.002F);
-  EXPECT_EQ(nodes.GetSelectedIdxM(identity, origin, 0.01F, out), -1);
+  EXPECT_EQ(nodes.GetSelectedIdxM(identity, kOrigin, 0.01F, out), -1);
 }
 
 TEST(NodeArr, oppositeDirectionsAlongYAreDifferentLines) {
@@ -180,13 +116,12 @@ TEST(NodeArr, extentsSkipDeletedNodes) {
   nodes.GetMinXY(&x, &y);
   EXPECT_EQ(x, -1.0F);
   EXPECT_EQ(y, 1.0F);
-  const float axes[3][3] = {{1, 0, 0}, {0, 1, 0}, {1, 1, 0}};
-  float r[3][2];
-  nodes.GetMaxMinM(axes[0], axes[1], axes[2], r[0], r[1], r[2]);
-  EXPECT_EQ(r[0][0], -1.0F);
-  EXPECT_EQ(r[0][1], 2.0F);
-  EXPECT_EQ(r[2][0], 3.0F);
-  EXPECT_EQ(r[2][1], 4.0F);
+  const float diagonal[3] = {1, 1, 0};
+  using Range = std::array<float, 2>;
+  Range r[3];
+  nodes.GetMaxMinM(kAlongX, kAlongY, diagonal, r[0].data(), r[1].data(), r[2].data());
+  EXPECT_EQ(r[0], (Range{-1, 2}));
+  EXPECT_EQ(r[2], (Range{3, 4}));
   Point3DArr points;
   nodes.GetPntLstM(&points);
   EXPECT_EQ(points.GetBoundM(), 3);  // deleted nodes keep their place
@@ -196,18 +131,14 @@ TEST(NodeArr, purgeGathersEveryLiveNodeInSlotZero) {
   NodeArr nodes = nodesAt({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}});
   nodes.DelItemM(1);
   TriangleArr triangles = trianglesOf({{0, 1, 2}, {2, 5, 6}, {2, 2, 7}});
-  IntArr list;
-  for (const int node : {2, 1, 2}) {
-    list.AddItemM(node);
-  }
+  IntArr list = intsOf({2, 1, 2});
   nodes.PurgeDeletedNodes(&list, &triangles);
   EXPECT_EQ(pointOf(nodes, 0)[0], 2.0F);
   EXPECT_EQ(nodes.GetBoundM(), 3);
   EXPECT_EQ(nodes.GetAvailableNumM(), 2);
-  const TriangleArr& reader = triangles;
-  EXPECT_EQ(reader[0].IsAvailableM(), 32);  // (0, 1, 0) collapsed
-  EXPECT_EQ(cornersOf(triangles, 1), (std::array<int, 3>{0, 5, 6}));
-  EXPECT_EQ(cornersOf(triangles, 2), (std::array<int, 3>{0, 2, 7}));
+  EXPECT_EQ(tagOf(triangles, 0), 32);  // (0, 1, 0) collapsed
+  EXPECT_EQ(cornersOf(triangles, 1), (Corners{0, 5, 6}));
+  EXPECT_EQ(cornersOf(triangles, 2), (Corners{0, 2, 7}));
   EXPECT_EQ(list[0], 0);
   EXPECT_EQ(list[2], 2);  // only the first entry of a node follows
 }
@@ -215,31 +146,25 @@ TEST(NodeArr, purgeGathersEveryLiveNodeInSlotZero) {
 TEST(NodeArr, mergingARunMovesFacesToTheTarget) {
   NodeArr nodes = nodesAt({{0, 0, 0}, {0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 0}});
   TriangleArr triangles = trianglesOf({{1, 2, 3}, {0, 4, 2}});
-  IntArr list;
-  for (const int node : {4, 0, 1, 0}) {
-    list.AddItemM(node);
-  }
+  IntArr list = intsOf({4, 0, 1, 0});
   nodes.MergeNodesM(&list, 0, 3, &triangles);
-  EXPECT_EQ(cornersOf(triangles, 0), (std::array<int, 3>{0, 2, 3}));
+  EXPECT_EQ(cornersOf(triangles, 0), (Corners{0, 2, 3}));
   EXPECT_EQ(triangles.GetBoundM(), 1);  // (0, 0, 2) collapsed and was the last
   EXPECT_EQ(nodes.GetBoundM(), 4);      // node 4 was the last
   EXPECT_EQ(nodes.GetAvailableNumM(), 3);
-  const NodeArr& reader = nodes;
-  EXPECT_EQ(reader[0].IsAvailableM(), 31);  // an entry equal to the target keeps the node
-  EXPECT_EQ(reader[1].IsAvailableM(), 32);
+  EXPECT_EQ(tagOf(nodes, 0), 31);  // an entry equal to the target keeps the node
+  EXPECT_EQ(tagOf(nodes, 1), 32);
   EXPECT_EQ(list.GetAvailableNumM(), 1);
 }
 
-TEST(NodeArr, reversalsWorkOnSlotsAndOnGridRows) {
+TEST(NodeArr, gridRowsAreReversed) {
   NodeArr nodes = nodesAt({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {4, 0, 0}, {5, 0, 0}});
   nodes.InverseMeshNodeLstM(3, 2);
   EXPECT_EQ(pointOf(nodes, 0)[0], 4.0F);
   EXPECT_EQ(pointOf(nodes, 2)[0], 2.0F);
   EXPECT_EQ(pointOf(nodes, 5)[0], 1.0F);
   nodes.InverseMeshNodeLstM(4, 2);  // larger than the list
-  nodes.InverseNodeLstM();
-  EXPECT_EQ(pointOf(nodes, 0)[0], 1.0F);
-  EXPECT_EQ(pointOf(nodes, 5)[0], 4.0F);
+  EXPECT_EQ(pointOf(nodes, 0)[0], 4.0F);
 }
 
 TEST(NodeArr, sweepRepeatsTheFirstRingAtTheEnd) {
@@ -247,19 +172,17 @@ TEST(NodeArr, sweepRepeatsTheFirstRingAtTheEnd) {
   nodes.DelItemM(2);
   nodes.AddItemM(nodeAt({4, 0, 0}));
   nodes.DelItemM(0);
-  const float origin[3] = {0, 0, 0};
-  const float z[3] = {0, 0, 1};
-  EXPECT_EQ(nodes.ExtendByRotateToCircleM(5, origin, z), 1);
+  EXPECT_EQ(nodes.ExtendByRotateToCircleM(5, kOrigin, kUp), 1);
   EXPECT_EQ(nodes.GetLengthM(), 18);  // (5 + 1) x 3
   EXPECT_EQ(nodes.GetBoundM(), 3 + 4 * 2);
   EXPECT_NEAR(pointOf(nodes, 3)[1], 2.0F, 1e-5);  // a quarter turn
   EXPECT_NEAR(pointOf(nodes, 9)[0], 2.0F, 1e-5);
   EXPECT_NEAR(pointOf(nodes, 10)[0], 4.0F, 1e-5);
-  nodes.ExtendByRotateToCircleM(0, origin, z);
-  nodes.ExtendByRotateToCircleM(-7, origin, z);
-  nodes.ExtendByRotateToCircleM(2147483647, origin, z);
+  nodes.ExtendByRotateToCircleM(0, kOrigin, kUp);
+  nodes.ExtendByRotateToCircleM(-7, kOrigin, kUp);
+  nodes.ExtendByRotateToCircleM(2147483647, kOrigin, kUp);
   EXPECT_EQ(nodes.GetBoundM(), 11);
-  EXPECT_EQ(NodeArr().ExtendByRotateToCircleM(2147483647, origin, z), 1);  // at once
+  EXPECT_EQ(NodeArr().ExtendByRotateToCircleM(2147483647, kOrigin, kUp), 1);  // at once
 }
 
 TEST(Elements, writeOperationHidesTheBasesWithoutOverriding) {

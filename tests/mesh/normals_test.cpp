@@ -1,14 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
 
-#include "mesh/mesh_builders.h"
+#include "support/meshes.h"
 
 namespace {
 
 using namespace zel::test;
 
-constexpr float kUp[3] = {0, 0, 1};
 constexpr float kDown[3] = {0, 0, -1};
 
 TEST(Normals, flatNormalFollowsTheWinding) {
@@ -59,9 +59,8 @@ TEST(Normals, gridNodeWithACoincidingNeighbourLooksToTheDiagonal) {
 
 TEST(Normals, gridNodeAtTheRimCopiesItsNeighboursNormal) {
   NodeArr nodes = grid();
-  const float tilted[3] = {0, 1, 0};
   nodes.SetItemM(nodeAt({1.0005F, 2, 0}), 8);  // last row, right neighbour coincides
-  nodes.SetNodeNormM(4, tilted);
+  nodes.SetNodeNormM(4, kAlongY);
   nodes.ReGenNormalVectM(2, 1, 3, 3);
   EXPECT_EQ(normalOf(nodes, 7), (Point{0, 1, 0}));
   nodes.ReGenNormalVectM(2, 2, 3, 3);  // last column, left neighbour coincides
@@ -97,8 +96,7 @@ TEST(Normals, facesOnlyBringNormalsToUnitLength) {
   nodes.DelItemM(1);
   TriangleArr triangles = trianglesOf({{0, 1, 2}, {2, 7, -4}});
   triangles.DelItemM(0);
-  QuadArr quads;
-  quads.MergeQuadLstM(quadOf(0, 1, 2, 3));
+  const QuadArr quads = quadsOf({{0, 1, 2, 3}});
   EXPECT_EQ(nodes.CalculateNormByFaceviewLst(triangles, quads), 1);
   for (const int slot : {0, 1, 2}) {
     EXPECT_EQ(normalOf(nodes, slot), (Point{1, 0, 0}));
@@ -120,8 +118,7 @@ TEST(Normals, negationSparesDeletedNodesButNotDeletedFaces) {
   triangles.AddTriangleM(corners, kUp);
   triangles.DelItemM(0);
   triangles.NegativeNormalVectM();
-  const TriangleArr& reader = triangles;
-  EXPECT_EQ(reader[0].record().normal[2], -1.0F);
+  EXPECT_EQ(std::as_const(triangles)[0].record().normal[2], -1.0F);
 }
 
 TEST(Normals, majorNormalIsTheLargerGroups) {

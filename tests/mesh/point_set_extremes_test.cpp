@@ -2,36 +2,33 @@
 
 #include <cmath>
 #include <functional>
-#include <limits>
 #include <random>
+#include <tuple>
+#include <utility>
 #include <vector>
 
+#include "support/meshes.h"
 #include "zel/containers/point3d_arr.h"
 #include "zel/core/constants.h"
 #include "zel/geometry/geometry.h"
 
 namespace {
 
-using Generator = std::mt19937;
+using namespace zel::test;
+using PointOfIndex = std::function<Point(int)>;
 
-Point3DArr pointsFrom(int count, const std::function<void(float*)>& next) {
+Point3DArr pointsFrom(int count, const PointOfIndex& point) {
   Point3DArr points;
   for (int i = 0; i < count; ++i) {
-    float p[3];
-    next(p);
-    points.AddItemM(p);
+    points.AddItemM(point(i).data());
   }
   return points;
 }
 
-struct Pair {
-  float value;
-  int a;
-  int b;
-};
+using ValueAndPair = std::tuple<float, int, int>;
 
 /// The plain walk over all pairs.
-Pair walk(const Point3DArr& points, int start, int k) {
+ValueAndPair walk(const Point3DArr& points, int start, int k) {
   std::vector<int> taken;
   for (int i = start; i < points.GetBoundM() && (k < 0 || static_cast<int>(taken.size()) < k);
        ++i) {
@@ -40,11 +37,11 @@ Pair walk(const Point3DArr& points, int start, int k) {
     }
   }
   const auto* store = points.getCurrentItemPrtConstM();
-  Pair best{0.0F, zel::kNoIndex, zel::kNoIndex};
+  ValueAndPair best{0.0F, zel::kNoIndex, zel::kNoIndex};
   for (std::size_t i = 0; i < taken.size(); ++i) {
     for (std::size_t j = i + 1; j < taken.size(); ++j) {
       const float value = slSquareDistance3(store[taken[i]], store[taken[j]]);
-      if (value > best.value) {
+      if (value > std::get<0>(best)) {
         best = {value, taken[i], taken[j]};
       }
     }
@@ -53,58 +50,46 @@ Pair walk(const Point3DArr& points, int start, int k) {
 }
 
 void expectLikeWalk(const Point3DArr& points, int start, int k, const char* what) {
-  Pair found{};
-  found.value = points.GetFarthestTwoPointsM(start, k, &found.a, &found.b);
-  const Pair expected = walk(points, start, k);
-  EXPECT_EQ(found.value, expected.value) << what;
-  EXPECT_EQ(found.a, expected.a) << what;
-  EXPECT_EQ(found.b, expected.b) << what;
+  int a = 0;
+  int b = 0;
+  const float value = points.GetFarthestTwoPointsM(start, k, &a, &b);
+  EXPECT_EQ(ValueAndPair(value, a, b), walk(points, start, k)) << what;
 }
 
 TEST(FarthestTwoPoints, agreesWithTheWalkOnManyShapes) {
-  Generator random(20240817);
+  std::mt19937 random(20240817);
   std::normal_distribution<float> normal;
   std::uniform_int_distribution<int> lattice(0, 6);
-  const auto onSphere = [&](float* p) {
-    float length = 0.0F;
-    for (int axis = 0; axis < 3; ++axis) {
-      p[axis] = normal(random);
-      length += p[axis] * p[axis];
+  const auto inBlob = [&](int) { return Point{normal(random), normal(random), normal(random)}; };
+  const auto onSphere = [&](int i) {
+    Point p = inBlob(i);
+    const float length = std::hypot(p[0], p[1], p[2]);
+    for (float& x : p) {
+      x = 100.0F + 7.0F * x / length;
     }
-    for (int axis = 0; axis < 3; ++axis) {
-      p[axis] = 100.0F + 7.0F * p[axis] / std::sqrt(length);
-    }
-  };
-  const auto inBlob = [&](float* p) {
-    for (int axis = 0; axis < 3; ++axis) {
-      p[axis] = normal(random);
-    }
+    return p;
   };
   // Lattices and lines are full of ties, of which the first pair must win.
-  const auto onLattice = [&](float* p) {
-    for (int axis = 0; axis < 3; ++axis) {
-      p[axis] = static_cast<float>(lattice(random));
-    }
+  const auto whole = [&] { return static_cast<float>(lattice(random)); };
+  const auto onLattice = [&](int) { return Point{whole(), whole(), whole()}; };
+  const auto onLine = [&](int) {
+    const float x = whole();
+    return Point{x, x, 0.0F};
   };
-  const auto onLine = [&](float* p) {
-    p[0] = p[1] = static_cast<float>(lattice(random));
-    p[2] = 0.0F;
-  };
+  const std::pair<const char*, PointOfIndex> shapes[] = {
+      {"sphere", onSphere}, {"blob", inBlob}, {"lattice", onLattice}, {"line", onLine}};
   for (const int count : {0, 1, 2, 63, 64, 65, 700, 1200}) {
-    expectLikeWalk(pointsFrom(count, onSphere), 0, -1, "sphere");
-    expectLikeWalk(pointsFrom(count, inBlob), 0, -1, "blob");
-    expectLikeWalk(pointsFrom(count, onLattice), 0, -1, "lattice");
-    expectLikeWalk(pointsFrom(count, onLine), 0, -1, "line");
+    for (const auto& [name, shape] : shapes) {
+      expectLikeWalk(pointsFrom(count, shape), 0, -1, name);
+    }
   }
 }
 
 TEST(FarthestTwoPoints, honoursStartCountAndHoles) {
-  Generator random(5);
+  std::mt19937 random(5);
   std::uniform_real_distribution<float> uniform(-1.0F, 1.0F);
-  Point3DArr points = pointsFrom(400, [&](float* p) {
-    for (int axis = 0; axis < 3; ++axis) {
-      p[axis] = uniform(random);
-    }
+  Point3DArr points = pointsFrom(400, [&](int) {
+    return Point{uniform(random), uniform(random), uniform(random)};
   });
   for (int i = 0; i < 400; i += 7) {
     points.DelItemM(i);
@@ -116,53 +101,39 @@ TEST(FarthestTwoPoints, honoursStartCountAndHoles) {
 }
 
 TEST(FarthestTwoPoints, equalAndStrangePointsAreHarmless) {
-  const float kNan = std::numeric_limits<float>::quiet_NaN();
-  const float kInf = std::numeric_limits<float>::infinity();
-  int next = 0;
-  const Point3DArr equal = pointsFrom(500, [](float* p) { p[0] = p[1] = p[2] = 3.0F; });
+  const Point3DArr equal = pointsFrom(500, [](int) { return Point{3, 3, 3}; });
   int a = 0;
   int b = 0;
   EXPECT_EQ(equal.GetFarthestTwoPointsM(0, -1, &a, &b), 0.0F);
   EXPECT_EQ(a, -2147483647);
   EXPECT_EQ(b, -2147483647);
-  const Point3DArr strange = pointsFrom(200, [&](float* p) {
-    p[0] = static_cast<float>(next % 13);
-    p[1] = next % 17 == 3 ? kNan : 1.0F;
-    p[2] = next == 150 ? kInf : static_cast<float>(next % 5);
-    ++next;
+  const Point3DArr strange = pointsFrom(200, [](int i) {
+    return Point{static_cast<float>(i % 13), i % 17 == 3 ? NAN : 1.0F,
+                 i == 150 ? INFINITY : static_cast<float>(i % 5)};
   });
   expectLikeWalk(strange, 0, -1, "NaN and infinity");
   expectLikeWalk(strange, 0, 100, "NaN");
-  const Point3DArr huge = pointsFrom(100, [&](float* p) {
-    p[0] = (next++ % 2 == 0 ? 1e38F : -1e17F);
-    p[1] = p[2] = 0.0F;
+  const Point3DArr huge = pointsFrom(100, [](int i) {
+    return Point{i % 2 == 0 ? 1e38F : -1e17F, 0, 0};
   });
   expectLikeWalk(huge, 0, -1, "overflow");
 }
 
 TEST(FarthestPoint, firstInScanOrderWinsTies) {
-  Point3DArr points;
-  const float corners[5][3] = {{0, 0, 5}, {3, 4, 0}, {-3, 4, 0}, {0, 0, 5}, {0, 2, -5}};
-  for (const auto& corner : corners) {
-    points.AddItemM(corner);
-  }
-  const float up[3] = {0, 0, 1};
-  const float origin[3] = {0, 0, 0};
+  const Point3DArr points = pointsOf({{0, 0, 5}, {3, 4, 0}, {-3, 4, 0}, {0, 0, 5}, {0, 2, -5}});
   int at = 0;
-  EXPECT_EQ(points.GetFarthestPntToPlaneM(up, 0.0F, 0, -1, &at), 5.0F);
+  EXPECT_EQ(points.GetFarthestPntToPlaneM(kUp, 0.0F, 0, -1, &at), 5.0F);
   EXPECT_EQ(at, 0);
-  EXPECT_EQ(points.GetFarthestPntToPlaneM(up, 0.0F, 1, 2, &at), 0.0F);
+  EXPECT_EQ(points.GetFarthestPntToPlaneM(kUp, 0.0F, 1, 2, &at), 0.0F);
   EXPECT_EQ(at, -2147483647);
-  EXPECT_EQ(points.GetFarthestPntToLineM(origin, up, 0, -1, &at), 25.0F);
+  EXPECT_EQ(points.GetFarthestPntToLineM(kOrigin, kUp, 0, -1, &at), 25.0F);
   EXPECT_EQ(at, 1);
 }
 
 // The second argument of the line measures is a point of the line, as everywhere where a line is
 // given by two points.
 TEST(FarthestPoint, lineDirectionIsTakenAsAPointOfTheLine) {
-  Point3DArr points;
-  const float p[3] = {0, 0, 1};
-  points.AddItemM(p);
+  const Point3DArr points = pointsOf({{0, 0, 1}});
   const float from[3] = {1, 0, 0};
   const float to[3] = {2, 0, 0};
   int at = 0;

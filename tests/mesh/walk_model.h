@@ -15,6 +15,8 @@ namespace zel::test {
 
 template <class Element>
 struct ListModel {
+  using Row = Element;
+
   std::vector<Element> slots{4};
   int bound = 0;
   int available = 0;
@@ -25,6 +27,16 @@ struct ListModel {
   [[nodiscard]] const Element& at(int slot) const { return slots[static_cast<std::size_t>(slot)]; }
   [[nodiscard]] bool isLive(int slot) const {
     return slot >= 0 && slot < bound && at(slot).tag == kTagAvailable;
+  }
+  /// The lowest slot of which `isWanted(slot)` holds, or kNoIndex.
+  template <class Predicate>
+  [[nodiscard]] int firstSlot(Predicate isWanted) const {
+    for (int slot = 0; slot < bound; ++slot) {
+      if (isWanted(slot)) {
+        return slot;
+      }
+    }
+    return kNoIndex;
   }
   void grow(int count) { slots.resize(slots.size() + static_cast<std::size_t>(count)); }
 
@@ -73,12 +85,10 @@ struct ModelNode {
 
 struct NodeModel : ListModel<ModelNode> {
   [[nodiscard]] int merge(ModelNode node) {
-    for (int slot = 0; slot < bound; ++slot) {
-      if (isLive(slot) && slIsEqualPoint3D(at(slot).point.data(), node.point.data()) == 1) {
-        return slot;
-      }
-    }
-    return add(node);
+    const int found = firstSlot([&](int slot) {
+      return isLive(slot) && slIsEqualPoint3D(at(slot).point.data(), node.point.data()) == 1;
+    });
+    return found >= 0 ? found : add(node);
   }
   [[nodiscard]] int nearest(const float* p) const {
     float best = 1.0e18F;
@@ -100,20 +110,28 @@ struct ModelFace {
   ModelFace() { corners.fill(kNoIndex); }
 
   [[nodiscard]] int find(int node) const {
-    for (int k = 0; k < kCount; ++k) {
-      if (corners[static_cast<std::size_t>(k)] == node) {
-        return k;
-      }
-    }
-    return -1;
+    const auto found = std::find(corners.begin(), corners.end(), node);
+    return found == corners.end() ? -1 : static_cast<int>(found - corners.begin());
   }
   [[nodiscard]] int corner(int k) const {
     return corners[static_cast<std::size_t>((k + kCount) % kCount)];
   }
+  [[nodiscard]] auto sorted() const {
+    auto result = corners;
+    std::sort(result.begin(), result.end());
+    return result;
+  }
   [[nodiscard]] bool isDegenerate() const {
-    auto sorted = corners;
-    std::sort(sorted.begin(), sorted.end());
-    return std::adjacent_find(sorted.begin(), sorted.end()) != sorted.end();
+    const auto nodes = sorted();
+    return std::adjacent_find(nodes.begin(), nodes.end()) != nodes.end();
+  }
+  [[nodiscard]] bool runsAlong(int from, int to) const {
+    for (int k = 0; k < kCount; ++k) {
+      if (corner(k) == from && corner(k + 1) == to) {
+        return true;
+      }
+    }
+    return false;
   }
 };
 
@@ -123,6 +141,7 @@ struct FaceModel : ListModel<ModelFace<kCount>> {
   using ListModel<Face>::at;
   using ListModel<Face>::bound;
   using ListModel<Face>::available;
+  using ListModel<Face>::firstSlot;
   using ListModel<Face>::isLive;
   static constexpr bool kIsTriangle = kCount == 3;
 
@@ -135,12 +154,8 @@ struct FaceModel : ListModel<ModelFace<kCount>> {
     return pairs;
   }
   int merge(Face face) {
-    for (int slot = 0; kIsTriangle && slot < bound; ++slot) {
-      if (face.isDegenerate() || equalPairs(at(slot), face) == 3) {
-        return 0;
-      }
-    }
-    if (kIsTriangle && face.isDegenerate()) {
+    const auto isMatch = [&](int slot) { return equalPairs(at(slot), face) == 3; };
+    if (kIsTriangle && (face.isDegenerate() || firstSlot(isMatch) >= 0)) {
       return 0;
     }
     this->add(face);
@@ -149,24 +164,16 @@ struct FaceModel : ListModel<ModelFace<kCount>> {
   int findLast(const std::array<int, 3>& nodes) const {
     int result = -1;
     for (int slot = 0; slot < bound; ++slot) {
-      int hits = 0;
-      for (const int corner : at(slot).corners) {
-        hits += std::count(nodes.begin(), nodes.end(), corner) > 0 ? 1 : 0;
-      }
-      result = hits == 3 ? slot : result;
+      const bool isWithin = std::ranges::all_of(at(slot).corners, [&](int corner) {
+        return std::find(nodes.begin(), nodes.end(), corner) != nodes.end();
+      });
+      result = isWithin ? slot : result;
     }
     return result;
   }
   int findFirst(std::array<int, 3> nodes) const {
     std::sort(nodes.begin(), nodes.end());
-    for (int slot = 0; slot < bound; ++slot) {
-      auto corners = at(slot).corners;
-      std::sort(corners.begin(), corners.end());
-      if (std::equal(nodes.begin(), nodes.end(), corners.begin())) {
-        return slot;
-      }
-    }
-    return -1;
+    return firstSlot([&](int slot) { return at(slot).sorted() == nodes; });
   }
   std::vector<std::array<int, 2>> around(int node) const {
     std::vector<std::array<int, 2>> pairs;
@@ -179,9 +186,8 @@ struct FaceModel : ListModel<ModelFace<kCount>> {
   }
   int judgeBound(int a, int b, int* last) const {
     int count = 0;
-    for (int slot = 0; slot < bound; ++slot) {
-      const int k = at(slot).find(a);
-      if (k >= 0 && (at(slot).corner(k + 1) == b || at(slot).corner(k - 1) == b)) {
+    for (const auto& [slot, k] : around(a)) {
+      if (at(slot).corner(k + 1) == b || at(slot).corner(k - 1) == b) {
         ++count;
         *last = slot;
       }
@@ -191,14 +197,8 @@ struct FaceModel : ListModel<ModelFace<kCount>> {
   int oneBound(int previous, int* edge, int* last) const {
     int count = 0;
     bool joins = false;
-    for (int slot = 0; slot < bound; ++slot) {
-      const int k = at(slot).find(edge[0]);
-      if (k < 0) {
-        continue;
-      }
-      const std::array<int, 2> others{at(slot).corner(k == 0 ? 1 : 0),
-                                      at(slot).corner(k == 2 ? 1 : 2)};
-      for (const int other : others) {
+    for (const auto& [slot, k] : around(edge[0])) {
+      for (const int other : {at(slot).corner(k == 0 ? 1 : 0), at(slot).corner(k == 2 ? 1 : 2)}) {
         joins = joins || other == previous;
         if (other != previous && (count = judgeBound(edge[0], other, last)) == 1) {
           edge[1] = other;
@@ -206,50 +206,26 @@ struct FaceModel : ListModel<ModelFace<kCount>> {
         }
       }
     }
-    if (joins) {
-      edge[1] = previous;
-      return 1;
-    }
-    return count;
+    edge[1] = joins ? previous : edge[1];
+    return joins ? 1 : count;
   }
   int nextRelated(int skip, const int* edge, bool isDirected) const {
-    for (int slot = 0; slot < bound; ++slot) {
-      if (slot == skip || !isLive(slot)) {
-        continue;
-      }
-      for (int k = 0; k < kCount; ++k) {
-        const int from = at(slot).corner(k);
-        const int to = at(slot).corner(k + 1);
-        if ((from == edge[0] && to == edge[1]) ||
-            (!isDirected && from == edge[1] && to == edge[0])) {
-          return slot;
-        }
-      }
-    }
-    return kNoIndex;
+    return firstSlot([&](int slot) {
+      const Face& face = at(slot);
+      return slot != skip && isLive(slot) &&
+             (face.runsAlong(edge[0], edge[1]) ||
+              (!isDirected && face.runsAlong(edge[1], edge[0])));
+    });
   }
   int cornerAfter(int node) const {
-    for (int slot = 0; slot < bound; ++slot) {
-      if (at(slot).find(node) >= 0) {
-        return at(slot).corner(at(slot).find(node) + 1);
-      }
-    }
-    return kNoIndex;
+    const auto faces = around(node);
+    return faces.empty() ? kNoIndex : at(faces[0][0]).corner(faces[0][1] + 1);
   }
   int firstOddTag() const {
-    for (int slot = 0; slot < bound; ++slot) {
-      if (at(slot).tag != 30 && at(slot).tag != 31) {
-        return slot;
-      }
-    }
-    return kNoIndex;
+    return firstSlot([&](int slot) { return at(slot).tag != 30 && at(slot).tag != 31; });
   }
   void rename(int from, int to) {
-    for (int slot = 0; slot < bound; ++slot) {
-      const int k = at(slot).find(from);
-      if (k < 0) {
-        continue;
-      }
+    for (const auto& [slot, k] : around(from)) {
       at(slot).corners[static_cast<std::size_t>(k)] = to;
       if (kIsTriangle && at(slot).isDegenerate()) {
         this->remove(slot);
@@ -257,8 +233,8 @@ struct FaceModel : ListModel<ModelFace<kCount>> {
     }
   }
   void deleteAround(int node) {
-    for (int slot = 0; slot < bound; ++slot) {
-      if (isLive(slot) && at(slot).find(node) >= 0) {
+    for (const auto& [slot, k] : around(node)) {
+      if (isLive(slot)) {
         this->remove(slot);
       }
     }

@@ -2,62 +2,127 @@
 
 #include <array>
 #include <cmath>
-#include <vector>
+#include <initializer_list>
 
+#include "zel/containers/int_arr.h"
+#include "zel/containers/point3d_arr.h"
+#include "zel/core/constants.h"
+#include "zel/geometry/planes.h"
+#include "zel/geometry/records.h"
 #include "zel/mesh/node.h"
 #include "zel/mesh/quad.h"
 #include "zel/mesh/triangle.h"
 
 namespace zel::test {
 
+using Point = std::array<float, 3>;
+using Corners = std::array<int, 3>;
+
+inline constexpr float kOrigin[3] = {0, 0, 0};
+inline constexpr float kAlongX[3] = {1, 0, 0};
+inline constexpr float kAlongY[3] = {0, 1, 0};
+inline constexpr float kUp[3] = {0, 0, 1};
+
+inline NodeCL nodeAt(const Point& point, char tag = 31) {
+  NodeCL node(tag);
+  node.SetPntM(point.data());
+  return node;
+}
+inline TriangleCL triangleOf(int a, int b, int c, char tag = 31) {
+  TriangleCL triangle(tag);
+  triangle.SetTriangleM(a, b, c);
+  return triangle;
+}
+inline QuadCL quadOf(int a, int b, int c, int d) {
+  QuadCL quad(char{31});
+  quad.SetQuadM(a, b, c, d);
+  return quad;
+}
+
+inline NodeArr nodesAt(std::initializer_list<Point> points) {
+  NodeArr nodes;
+  for (const Point& point : points) {
+    nodes.AddItemM(nodeAt(point));
+  }
+  return nodes;
+}
+inline Point3DArr pointsOf(std::initializer_list<Point> places) {
+  Point3DArr points;
+  for (const Point& place : places) {
+    points.AddItemM(place.data());
+  }
+  return points;
+}
+inline TriangleArr trianglesOf(std::initializer_list<Corners> faces) {
+  TriangleArr triangles;
+  for (const auto& [a, b, c] : faces) {
+    triangles.AddItemM(triangleOf(a, b, c));
+  }
+  return triangles;
+}
+inline QuadArr quadsOf(std::initializer_list<std::array<int, 4>> faces) {
+  QuadArr quads;
+  for (const auto& [a, b, c, d] : faces) {
+    quads.AddItemM(quadOf(a, b, c, d));
+  }
+  return quads;
+}
+
+inline IntArr intsOf(std::initializer_list<int> values) {
+  IntArr ints;
+  for (const int value : values) {
+    ints.AddItemM(value);
+  }
+  return ints;
+}
+
+inline Point pointOf(const NodeArr& nodes, int slot) {
+  Point point;
+  nodes.GetPntM(slot, point.data());
+  return point;
+}
+inline Point normalOf(const NodeArr& nodes, int slot) {
+  Point normal;
+  nodes.GetNormalM(slot, normal.data());
+  return normal;
+}
+inline Corners cornersOf(const TriangleArr& triangles, int slot) {
+  Corners corners;
+  triangles[slot].GetTriangleM(corners.data());
+  return corners;
+}
+inline double distance(const Point& a, const Point& b) {
+  return std::hypot(double{a[0]} - b[0], double{a[1]} - b[1], double{a[2]} - b[2]);
+}
+/// The coordinate system that tells an unfolding to begin anywhere.
+inline XYCoordSysD noSystem() {
+  XYCoordSysD system{};
+  system.origin[0] = kFloatMark;
+  return system;
+}
+/// The delete tag of a slot, read without handing the slot out.
+template <class List>
+int tagOf(const List& list, int slot) {
+  return list[slot].IsAvailableM();
+}
+
 /// The three lists of a mesh.
 struct Mesh {
-  NodeArr nodes;
-  TriangleArr triangles;
-  QuadArr quads;
+  NodeArr nodes{};
+  TriangleArr triangles{};
+  QuadArr quads{};
 
-  int addNode(float x, float y, float z = 0.0F) {
-    const float point[3] = {x, y, z};
-    NodeCL node(char{31});
-    node.SetPntM(point);
-    return nodes.AddItemM(node);
-  }
-  void addTriangle(int a, int b, int c) {
-    TriangleCL face(char{31});
-    face.SetTriangleM(a, b, c);
-    triangles.AddItemM(face);
-  }
-  void addQuad(int a, int b, int c, int d) {
-    QuadCL face(char{31});
-    face.SetQuadM(a, b, c, d);
-    quads.AddItemM(face);
-  }
-  [[nodiscard]] std::array<int, 3> corners(int slot) const {
-    std::array<int, 3> indices{};
-    TriangleCL face;
-    triangles.GetItemM(&face, slot);
-    face.GetTriangleM(indices.data());
-    return indices;
-  }
-  [[nodiscard]] std::array<float, 3> point(int slot) const {
-    std::array<float, 3> p{};
-    nodes.GetPntM(slot, p.data());
-    return p;
-  }
+  int addNode(float x, float y, float z = 0.0F) { return nodes.AddItemM(nodeAt({x, y, z})); }
+  int addTriangle(int a, int b, int c) { return triangles.AddItemM(triangleOf(a, b, c)); }
+  int addQuad(int a, int b, int c, int d) { return quads.AddItemM(quadOf(a, b, c, d)); }
+  [[nodiscard]] Corners corners(int slot) const { return cornersOf(triangles, slot); }
+  [[nodiscard]] Point point(int slot) const { return pointOf(nodes, slot); }
 };
 
 /// A regular tetrahedron's four faces, wound outward.
 inline Mesh makeTetrahedron() {
-  Mesh mesh;
-  mesh.addNode(1, 1, 1);
-  mesh.addNode(1, -1, -1);
-  mesh.addNode(-1, 1, -1);
-  mesh.addNode(-1, -1, 1);
-  mesh.addTriangle(0, 1, 2);
-  mesh.addTriangle(0, 2, 3);
-  mesh.addTriangle(0, 3, 1);
-  mesh.addTriangle(1, 3, 2);
-  return mesh;
+  return {nodesAt({{1, 1, 1}, {1, -1, -1}, {-1, 1, -1}, {-1, -1, 1}}),
+          trianglesOf({{0, 1, 2}, {0, 2, 3}, {0, 3, 1}, {1, 3, 2}})};
 }
 
 /// A grid of columns x rows square cells, each cut into two triangles, with height(x, y); nodes
@@ -90,27 +155,12 @@ inline Mesh makeFlatGrid(int columns, int rows) {
 /// Gives every triangle its unit normal.
 inline void setFaceNormals(Mesh& mesh) {
   for (int slot = 0; slot < mesh.triangles.GetBoundM(); ++slot) {
-    const auto corners = mesh.corners(slot);
-    const auto a = mesh.point(corners[0]);
-    const auto b = mesh.point(corners[1]);
-    const auto c = mesh.point(corners[2]);
-    std::array<double, 3> normal{};
-    double square = 0.0;
-    for (std::size_t k = 0; k < 3; ++k) {
-      const std::size_t l = (k + 1) % 3;
-      const std::size_t m = (k + 2) % 3;
-      normal[k] = (static_cast<double>(b[l]) - a[l]) * (static_cast<double>(c[m]) - a[m]) -
-                  (static_cast<double>(b[m]) - a[m]) * (static_cast<double>(c[l]) - a[l]);
-      square += normal[k] * normal[k];
-    }
-    const double length = std::sqrt(square);
-    float unit[3];
-    for (std::size_t k = 0; k < 3; ++k) {
-      unit[k] = static_cast<float>(normal[k] / length);
-    }
+    const auto [a, b, c] = mesh.corners(slot);
+    Point normal;
+    slPlaneNormal(mesh.point(a).data(), mesh.point(b).data(), mesh.point(c).data(), normal.data());
     TriangleCL face;
     mesh.triangles.GetItemM(&face, slot);
-    face.SetNormM(unit);
+    face.SetNormM(normal.data());
     mesh.triangles.SetItemM(face, slot);
   }
 }
