@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "core/fake_window.h"
 #include "support/recording_platform.h"
 
 namespace {
@@ -78,26 +79,14 @@ TEST(Desktop, panTurnsTheVerticalAxis) {
   EXPECT_FLOAT_EQ(dy, -0.5F);
 }
 
-class Window : public CWnd {
- public:
-  Window(int width, int height) : width_(width), height_(height) {}
-  void GetClientRect(RECT* rect) const override { *rect = RECT{0, 0, width_, height_}; }
-  int GetWindowText(char* /*text*/, int /*capacity*/) const override { return 0; }
-  void SetWindowText(const char* /*text*/) override {}
-
- private:
-  int width_;
-  int height_;
-};
-
 TEST(Desktop, positionsBecomeFractionsOfTheWindow) {
-  const Window window(640, 480);
+  const zel::test::FakeWindow window("", 640, 480);
   float fx = 0;
   float fy = 0;
   slGetRealPosM(&window, &fx, &fy, 160, -48);
   EXPECT_EQ(fx, 0.25F);
   EXPECT_EQ(fy, -0.1F);
-  const Window empty(0, 0);
+  const zel::test::FakeWindow empty("");
   slGetRealPosM(&empty, &fx, &fy, 1, 0);
   EXPECT_TRUE(std::isinf(fx));
   EXPECT_TRUE(std::isnan(fy));

@@ -1,43 +1,33 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 
+#include "core/fake_window.h"
 #include "zel/core/desktop.h"
 
 namespace {
 
 constexpr int kControl = 1001;
 
-class EditField : public CWnd {
- public:
-  void GetClientRect(RECT* rect) const override { *rect = RECT{}; }
-  int GetWindowText(char* buffer, int capacity) const override {
-    std::strncpy(buffer, text.c_str(), static_cast<std::size_t>(capacity));
-    buffer[capacity - 1] = '\0';
-    return static_cast<int>(std::strlen(buffer));
-  }
-  void SetWindowText(const char* shown) override { text = shown; }
-
-  std::string text;
-};
-
 class Exchange : public CDataExchange {
  public:
-  Exchange(bool saving, std::string text) : CDataExchange(saving) { field.text = std::move(text); }
+  Exchange(bool saving, std::string text) : CDataExchange(saving), field(std::move(text)) {}
   CWnd* PrepareEditCtrl(int control) override { return control == kControl ? &field : nullptr; }
   void Fail() override { failed = true; }
 
-  EditField field;
+  zel::test::FakeWindow field;
   bool failed = false;
 };
 
+constexpr int kRefused = 77;  // what the variable holds before
+
+/// Saves a text into a variable. @return its value; a failure must leave it alone.
 template <class Variable>
-Variable saved(const char* text, const char* format, bool& failed) {
+Variable saved(const char* text, const char* format) {
   Exchange exchange(true, text);
-  Variable variable = 77;
+  Variable variable = kRefused;
   slDDX_TextWithFormat(&exchange, kControl, format, 0, &variable);
-  failed = exchange.failed;
+  EXPECT_EQ(exchange.failed, variable == kRefused) << text << " as " << format;
   return variable;
 }
 
@@ -46,28 +36,19 @@ TEST(DialogFields, integersAreSavedAsTheFormatSays) {
     const char* text;
     const char* format;
     int value;
-    bool failed;
-  } kCases[] = {
-      {"12", "%d", 12, false},         {"\t 12 ", "%ld", 12, false}, {"-5", "%d", -5, false},
-      {"12a", "%d", 77, true},         {"", "%d", 77, true},         {"-1", "%u", 77, true},
-      {"40000", "%d", 40000, false},   {"0", "%lu", 0, false},       {"-0", "%d", 77, true},
-      {"4294967295", "%u", -1, false},
-  };
-  for (const auto& expected : kCases) {
-    bool failed = false;
-    EXPECT_EQ(saved<int>(expected.text, expected.format, failed), expected.value) << expected.text;
-    EXPECT_EQ(failed, expected.failed) << expected.text;
+  } kCases[] = {{"12", "%d", 12},        {"\t 12 ", "%ld", 12}, {"-5", "%d", -5},
+                {"12a", "%d", kRefused}, {"", "%d", kRefused},  {"-1", "%u", kRefused},
+                {"40000", "%d", 40000},  {"0", "%lu", 0},       {"-0", "%d", kRefused},
+                {"4294967295", "%u", -1}};
+  for (const auto& [text, format, value] : kCases) {
+    EXPECT_EQ(saved<int>(text, format), value) << text << " as " << format;
   }
 }
 
 TEST(DialogFields, shortVariablesTakeSigned16Bits) {
-  bool failed = false;
-  EXPECT_EQ(saved<std::int16_t>("-32768", "%sd", failed), -32768);
-  EXPECT_FALSE(failed);
-  for (const char* format : {"%sd", "%su"}) {
-    EXPECT_EQ(saved<std::int16_t>("40000", format, failed), 77);
-    EXPECT_TRUE(failed);
-  }
+  EXPECT_EQ(saved<std::int16_t>("-32768", "%sd"), -32768);
+  EXPECT_EQ(saved<std::int16_t>("40000", "%sd"), kRefused);
+  EXPECT_EQ(saved<std::int16_t>("40000", "%su"), kRefused);
   struct {
     std::int16_t variable = 1;
     std::int16_t neighbour = 2;
@@ -85,10 +66,10 @@ TEST(DialogFields, integersAreShownAsTheFormatSays) {
     const char* text;
   } kCases[] = {{-5, "%d", "-5"},  {-1, "%u", "4294967295"}, {-1, "%lu", "4294967295"},
                 {-7, "%sd", "-7"}, {-1, "%su", "65535"},     {2147483647, "%ld", "2147483647"}};
-  for (const auto& expected : kCases) {
+  for (const auto& [value, format, text] : kCases) {
     Exchange exchange(false, "old");
-    slDDX_TextWithFormat(&exchange, kControl, expected.format, 0, expected.value);
-    EXPECT_EQ(exchange.field.text, expected.text) << expected.format;
+    slDDX_TextWithFormat(&exchange, kControl, format, 0, value);
+    EXPECT_EQ(exchange.field.text, text) << format;
     EXPECT_FALSE(exchange.failed);
   }
 }

@@ -12,6 +12,7 @@
 
 #include "support/shown_message.h"
 #include "support/temp_dir.h"
+#include "support/wave_file.h"
 #include "zel/core/desktop.h"
 #include "zel/core/platform.h"
 
@@ -37,11 +38,9 @@ TEST(WindowsClock, timeIsUniversal) {
     now = zel::platform().utcTime();
     GetSystemTime(&after);
   } while (before.wMinute != after.wMinute);
-  EXPECT_EQ(now.year, before.wYear);
-  EXPECT_EQ(now.month, before.wMonth);
-  EXPECT_EQ(now.day, before.wDay);
-  EXPECT_EQ(now.hour, before.wHour);
-  EXPECT_EQ(now.minute, before.wMinute);
+  const int seen[] = {now.year, now.month, now.day, now.hour, now.minute};
+  const int system[] = {before.wYear, before.wMonth, before.wDay, before.wHour, before.wMinute};
+  EXPECT_TRUE(std::ranges::equal(seen, system)) << testing::PrintToString(seen);
 }
 
 TEST(WindowsDesktop, cursorGlidesToTheTarget) {
@@ -72,34 +71,10 @@ TEST(WindowsDesktop, shiftHoldsTheCursor) {
   EXPECT_FALSE(system.shiftKeyPressed());
 }
 
-// Half a minute of silence.
-std::string longSound() {
-  constexpr std::uint32_t kBytes = 30 * 8000;
-  std::string wave = "RIFF....WAVEfmt ....";
-  const auto number = [&wave](std::uint32_t value, int bytes) {
-    for (int i = 0; i < bytes; ++i) {
-      wave += static_cast<char>(value >> 8 * i);
-    }
-  };
-  wave.resize(16);
-  number(16, 4);
-  number(1, 2);
-  number(1, 2);
-  number(8000, 4);
-  number(8000, 4);
-  number(1, 2);
-  number(8, 2);
-  wave += "data";
-  number(kBytes, 4);
-  wave.append(kBytes, '\x80');
-  wave.replace(4, 4, std::string("\x54\xA9\x03\x00", 4));
-  return wave;
-}
-
 TEST(WindowsDesktop, soundsAreNotWaitedFor) {
   const zel::test::TempDir dir;
   const std::string file = dir.file("silence.wav");
-  zel::test::writeFile(file, longSound());
+  zel::test::writeFile(file, zel::test::waveFile(8000, std::string(30 * 8000, '\x80')));
   const std::uint32_t start = kwGetMMTickCount();
   slPlayWavSoundM(file.c_str(), 2);
   slPlayWavSoundM(file.c_str(), 1);

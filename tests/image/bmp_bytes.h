@@ -1,9 +1,10 @@
 #pragma once
 
 #include <cstdint>
-#include <cstring>
 #include <string>
 #include <vector>
+
+#include "support/bytes.h"
 
 namespace zel::test {
 
@@ -23,82 +24,34 @@ struct BmpParts {
     std::string file = "BM";
     const std::uint32_t offset =
         static_cast<std::uint32_t>(54 + 4 * table.size() + extraHeader.size());
-    put(file, offset + static_cast<std::uint32_t>(pixels.size()));
-    put(file, std::uint32_t{0});
-    put(file, offset);
-    put(file, infoSize);
-    put(file, width);
-    put(file, height);
-    put(file, std::uint16_t{1});
-    put(file, bitCount);
-    put(file, compression);
-    put(file, sizeImage);
+    appendNumbers(file, offset + static_cast<std::uint32_t>(pixels.size()), std::uint32_t{0},
+                  offset, infoSize, width, height, std::uint16_t{1}, bitCount, compression,
+                  sizeImage);
     file.append(16, '\0');
     for (const std::uint32_t colour : table) {
-      put(file, colour);
+      appendNumbers(file, colour);
     }
     return file + extraHeader + pixels;
   }
-
- private:
-  template <class T>
-  static void put(std::string& file, T value) {
-    file.append(reinterpret_cast<const char*>(&value), sizeof value);
-  }
 };
-
-template <class T>
-T readAt(const std::string& file, std::size_t offset) {
-  T value;
-  std::memcpy(&value, file.data() + offset, sizeof value);
-  return value;
-}
-
-template <class T>
-void writeAt(std::string& file, std::size_t offset, T value) {
-  std::memcpy(file.data() + offset, &value, sizeof value);
-}
 
 /// Small valid pictures, one of every decoded depth, and a compressed one.
 inline std::vector<BmpParts> sampleBmps() {
-  const auto ramp = [](std::size_t count) {
-    std::string bytes;
-    for (std::size_t i = 0; i < count; ++i) {
-      bytes += static_cast<char>(37 * i + 11);
+  const auto filled = [](BmpParts parts, std::size_t bytes, std::uint32_t colours) {
+    for (std::size_t i = 0; i < bytes; ++i) {
+      parts.pixels += static_cast<char>(37 * i + 11);
     }
-    return bytes;
-  };
-  const auto table = [](std::uint32_t count) {
-    std::vector<std::uint32_t> colours;
-    for (std::uint32_t i = 0; i < count; ++i) {
-      colours.push_back(0x010203U * i + 0x100U * (255U - i));
+    for (std::uint32_t i = 0; i < colours; ++i) {
+      parts.table.push_back(0x010203U * i + 0x100U * (255U - i));
     }
-    return colours;
+    return parts;
   };
-  std::vector<BmpParts> samples;
-  samples.push_back({.width = 5, .height = 3, .bitCount = 24, .pixels = ramp(48)});
-  samples.push_back(
-      {.width = 7, .height = 4, .bitCount = 8, .pixels = ramp(28), .table = table(256)});
-  samples.push_back({.width = 9,
-                     .height = 2,
-                     .bitCount = 4,
-                     .pixels = ramp(16),
-                     .table = table(16),
-                     .sizeImage = 16});
-  samples.push_back({.width = 19,
-                     .height = 3,
-                     .bitCount = 1,
-                     .pixels = ramp(12),
-                     .table = table(2),
-                     .sizeImage = 12});
-  samples.push_back({.width = 6,
-                     .height = 6,
-                     .bitCount = 8,
-                     .pixels = ramp(20),
-                     .table = table(256),
-                     .sizeImage = 20,
-                     .compression = 1});
-  return samples;
+  return {
+      filled({.width = 5, .height = 3, .bitCount = 24}, 48, 0),
+      filled({.width = 7, .height = 4, .bitCount = 8}, 28, 256),
+      filled({.width = 9, .height = 2, .bitCount = 4, .sizeImage = 16}, 16, 16),
+      filled({.width = 19, .height = 3, .bitCount = 1, .sizeImage = 12}, 12, 2),
+      filled({.width = 6, .height = 6, .bitCount = 8, .sizeImage = 20, .compression = 1}, 20, 256)};
 }
 
 }  // namespace zel::test

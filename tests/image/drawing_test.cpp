@@ -5,9 +5,8 @@
 
 #include <array>
 
+#include "support/meshes.h"
 #include "tools/view/offscreen_context.h"
-#include "zel/containers/point3d_arr.h"
-#include "zel/mesh/triangle.h"
 
 namespace {
 
@@ -23,15 +22,8 @@ Rgba material(GLenum side, GLenum name) {
 
 class Drawing : public testing::Test {
  protected:
-  Drawing() {
-    const float corners[4][3] = {{-1, -1, 0}, {1, -1, 0}, {-1, 1, 0}, {0, 0, 0.5F}};
-    for (const auto& corner : corners) {
-      points.AddItemM(corner);
-    }
-  }
-
   const zel::view::OffscreenContext context{kSide, kSide};
-  Point3DArr points;
+  const Point3DArr points = zel::test::pointsOf({{-1, -1, 0}, {1, -1, 0}, {-1, 1, 0}});
 };
 
 TEST_F(Drawing, lineColourIsTheFrontMaterialAndNothingElse) {

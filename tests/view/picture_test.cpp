@@ -2,8 +2,8 @@
 
 #include <GL/gl.h>
 #include <gtest/gtest.h>
-#include <png.h>
 
+#include "support/png_reading.h"
 #include "tools/view/offscreen_context.h"
 #include "tools/view/picture_mean.h"
 
@@ -21,16 +21,10 @@ Picture gradient(int width, int height) {
 
 TEST(Picture, pngReadsBackPixelForPixel) {
   const Picture picture = gradient(13, 5);
-  const std::string bytes = zel::view::pngBytes(picture);
-  png_image image{};
-  image.version = PNG_IMAGE_VERSION;
-  ASSERT_NE(png_image_begin_read_from_memory(&image, bytes.data(), bytes.size()), 0);
-  image.format = PNG_FORMAT_RGBA;
-  EXPECT_EQ(image.width, 13U);
-  EXPECT_EQ(image.height, 5U);
-  std::vector<std::uint8_t> read(PNG_IMAGE_SIZE(image));
-  ASSERT_NE(png_image_finish_read(&image, nullptr, read.data(), 0, nullptr), 0);
-  EXPECT_EQ(read, picture.rgba);
+  const zel::test::ReadPng read = zel::test::readPng(zel::view::pngBytes(picture));
+  EXPECT_EQ(read.width, 13U);
+  EXPECT_EQ(read.height, 5U);
+  EXPECT_EQ(read.rgba, picture.rgba);
 }
 
 TEST(Picture, emptyPictureIsRefused) {

@@ -6,11 +6,14 @@
 #include <cstdlib>
 #include <numbers>
 
+#include "blob.h"
+#include "image/bmp_bytes.h"
 #include "scene_shapes.h"
 #include "support/temp_dir.h"
 
 namespace {
 
+using zel::test::blobOf;
 using zel::test::makeCube;
 using zel::test::Shape;
 using zel::view::Colour;
@@ -25,6 +28,8 @@ bool near(const Colour& a, const Colour& b) {
   return std::abs(a.red - b.red) <= 2 && std::abs(a.green - b.green) <= 2 &&
          std::abs(a.blue - b.blue) <= 2;
 }
+
+bool isCovered(const Colour& colour) { return !near(colour, kBlue); }
 
 DrawOptions onBlue() {
   DrawOptions options;
@@ -41,17 +46,6 @@ Picture render(const Shape& shape, const DrawOptions& options, double yaw = 30, 
   return renderPicture(scene, texture, camera, options, kSize);
 }
 
-template <class Predicate>
-int countPixels(const Picture& picture, Predicate predicate) {
-  int count = 0;
-  for (int y = 0; y < picture.height; ++y) {
-    for (int x = 0; x < picture.width; ++x) {
-      count += predicate(picture.at(x, y)) ? 1 : 0;
-    }
-  }
-  return count;
-}
-
 TEST(Render, cubeStandsFramedBeforeItsBackground) {
   const Picture picture = render(makeCube(), onBlue());
   EXPECT_EQ(picture.width, kSize.width);
@@ -59,7 +53,7 @@ TEST(Render, cubeStandsFramedBeforeItsBackground) {
   EXPECT_TRUE(near(picture.at(1, 1), kBlue));
   EXPECT_TRUE(near(picture.at(118, 88), kBlue));
   EXPECT_FALSE(near(picture.at(60, 45), kBlue));
-  const int covered = countPixels(picture, [](const Colour& c) { return !near(c, kBlue); });
+  const int covered = blobOf(picture, isCovered).count;
   EXPECT_GT(covered, kSize.width * kSize.height * 2 / 10);
   EXPECT_LT(covered, kSize.width * kSize.height * 6 / 10);
 }
@@ -78,8 +72,8 @@ TEST(Render, boundaryEdgesAppearOnlyWhereThereAreAny) {
   DrawOptions options = onBlue();
   options.boundary = true;
   const auto isOrange = [](const Colour& c) { return c.red > 180 && c.green < 120 && c.blue < 90; };
-  EXPECT_EQ(countPixels(render(makeCube(), options), isOrange), 0);
-  EXPECT_GT(countPixels(render(makeCube(true), options), isOrange), 60);
+  EXPECT_EQ(blobOf(render(makeCube(), options), isOrange).count, 0);
+  EXPECT_GT(blobOf(render(makeCube(true), options), isOrange).count, 60);
 }
 
 TEST(Render, wireframeLeavesTheFacesOpen) {
@@ -88,7 +82,7 @@ TEST(Render, wireframeLeavesTheFacesOpen) {
   options.edges = true;
   const Picture picture = render(makeCube(), options, 0, 0);
   EXPECT_TRUE(near(picture.at(60, 45), kBlue));
-  const int lines = countPixels(picture, [](const Colour& c) { return !near(c, kBlue); });
+  const int lines = blobOf(picture, isCovered).count;
   EXPECT_GT(lines, 300);
   EXPECT_LT(lines, 2000);
 }
@@ -99,15 +93,13 @@ TEST(Render, transparentGroundKeepsColoursClean) {
   const Picture picture = render(makeCube(), options);
   EXPECT_EQ(picture.at(1, 1).alpha, 0);
   EXPECT_EQ(picture.at(60, 45).alpha, 255);
-  EXPECT_EQ(countPixels(picture, [](const Colour& c) { return c.alpha > 0 && c.red < 30; }), 0);
+  const auto isDark = [](const Colour& c) { return c.alpha > 0 && c.red < 30; };
+  EXPECT_EQ(blobOf(picture, isDark).count, 0);
 }
 
 TEST(Render, textureLiesUprightOnItsFace) {
-  Shape shape;
-  const int corners[4] = {shape.addNode(0, 0, 0), shape.addNode(4, 0, 0), shape.addNode(4, 3, 0),
-                          shape.addNode(0, 3, 0)};
-  shape.addTriangle(corners[0], corners[1], corners[2]);
-  shape.addTriangle(corners[0], corners[2], corners[3]);
+  Shape shape{{zel::test::nodesAt({{0, 0, 0}, {4, 0, 0}, {4, 3, 0}, {0, 3, 0}}),
+               zel::test::trianglesOf({{0, 1, 2}, {0, 2, 3}})}};
   const float coords[6][2] = {{0, 0}, {1, 0}, {1, 1}, {0, 0}, {1, 1}, {0, 1}};
   for (const auto& coord : coords) {
     shape.textureCoords.AddItemM(coord);
@@ -126,26 +118,17 @@ TEST(Render, textureLiesUprightOnItsFace) {
   EXPECT_GT(picture.at(88, 24).blue, 150);
 }
 
-// A ridge that falls by 15 degrees on either side, its left half before the right one.
-Shape makeRoof() {
-  Shape roof;
-  const float fall = 0.268F;
-  const int ridge[2] = {roof.addNode(0, -1, 0), roof.addNode(0, 1, 0)};
-  roof.addTriangle(ridge[0], ridge[1], roof.addNode(-1, 0, -fall));
-  roof.addTriangle(ridge[1], ridge[0], roof.addNode(1, 0, -fall));
+TEST(Render, texturedFacesAreFlatUnlessAskedToBeSmooth) {
+  Shape roof = zel::test::makeRoof();
   const float coord[2] = {0.5F, 0.5F};
   for (int entry = 0; entry < 6; ++entry) {
     roof.textureCoords.AddItemM(coord);
   }
-  return roof;
-}
-
-TEST(Render, texturedFacesAreFlatUnlessAskedToBeSmooth) {
   const zel::view::TextureImage white{1, 1, {255, 255, 255, 255}};
   DrawOptions options = onBlue();
   options.textured = true;
   const auto stepAtRidge = [&] {
-    const Picture picture = render(makeRoof(), options, 0, 0, white);
+    const Picture picture = render(roof, options, 0, 0, white);
     return std::abs(picture.at(58, 45).red - picture.at(61, 45).red);
   };
   EXPECT_GT(stepAtRidge(), 14);
@@ -176,7 +159,7 @@ TEST(Render, outlineOfAClosedMeshShowsNothingOfItsInside) {
     DrawOptions options = onBlue();
     options.boundary = withLines;
     const Picture picture = render(ball, options);
-    EXPECT_EQ(countPixels(picture, isInside), 0) << withLines;
+    EXPECT_EQ(blobOf(picture, isInside).count, 0) << withLines;
     EXPECT_GT(picture.at(60, 45).red, 100);
   }
 }
@@ -186,15 +169,9 @@ TEST(Render, textureComesFromABitmapFile) {
   EXPECT_TRUE(zel::view::loadTexture(dir.file("none.bmp")).isEmpty());
   zel::test::writeFile(dir.file("bad.bmp"), "BMxx");
   EXPECT_TRUE(zel::view::loadTexture(dir.file("bad.bmp")).isEmpty());
-  // 1 x 2 pixels of 24 bits.
-  std::string bytes = "BM";
-  for (const unsigned value : {62U, 0U, 54U, 40U, 1U, 2U, 0x180001U, 0U, 8U, 0U, 0U, 0U, 0U}) {
-    for (int k = 0; k < 4; ++k) {
-      bytes += static_cast<char>(value >> (8 * k));
-    }
-  }
-  zel::test::writeFile(dir.file("good.bmp"),
-                       bytes + std::string("\x03\x02\x01\0\x06\x05\x04\0", 8));
+  const zel::test::BmpParts good{
+      .width = 1, .height = 2, .pixels = std::string("\x03\x02\x01\0\x06\x05\x04\0", 8)};
+  zel::test::writeFile(dir.file("good.bmp"), good.bytes());
   const zel::view::TextureImage image = zel::view::loadTexture(dir.file("good.bmp"));
   EXPECT_EQ(image.rgba, (std::vector<std::uint8_t>{1, 2, 3, 255, 4, 5, 6, 255}));
 }

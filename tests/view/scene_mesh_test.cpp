@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 
 #include "scene_shapes.h"
 #include "tools/view/scene_lines.h"
@@ -40,11 +39,8 @@ TEST(SceneMesh, leavesOutWhatCannotBeDrawn) {
   Shape shape = makeCube();
   shape.quads.DelItemM(0);
   shape.nodes.DelItemM(1);  // a corner of three quads, two of them live
-  const int odd = shape.addNode(std::numeric_limits<float>::quiet_NaN(), 0, 0);
-  shape.addTriangle(2, 3, odd);
-  shape.addTriangle(2, 3, 99);
-  shape.addTriangle(2, 3, -1);
-  shape.addTriangle(2, 3, 6);
+  const int odd = shape.addNode(NAN, 0, 0);
+  shape.triangles = zel::test::trianglesOf({{2, 3, odd}, {2, 3, 99}, {2, 3, -1}, {2, 3, 6}});
   const SceneMesh scene = sceneOf(shape);
   EXPECT_EQ(scene.faces.size(), 2 * 2 + 1U);
   EXPECT_EQ(scene.nodeCount, 8);
@@ -62,8 +58,7 @@ TEST(SceneMesh, emptyMeshAndLonePointsAreScenes) {
 
 TEST(SceneMesh, textureCoordinatesFollowTheirFaces) {
   Shape shape = makeCube();
-  shape.addTriangle(0, 99, 1);
-  shape.addTriangle(0, 1, 2);
+  shape.triangles = zel::test::trianglesOf({{0, 99, 1}, {0, 1, 2}});
   for (int entry = 0; entry < 6; ++entry) {
     const float coord[2] = {static_cast<float>(entry), 0.5F};
     shape.textureCoords.AddItemM(coord);
@@ -94,21 +89,15 @@ TEST(SceneLines, sharpEdgesStaySharpAndSoftOnesBecomeSmooth) {
     Vector3 own{};
     cube.faces[f].triangle.GetNormM(own.data());
     for (std::size_t k = 0; k < 3; ++k) {
-      for (std::size_t axis = 0; axis < 3; ++axis) {
-        EXPECT_NEAR(sharp[3 * f + k][axis], own[axis], 1e-6);
-      }
+      const Vector3& corner = sharp[3 * f + k];
+      EXPECT_NEAR(std::hypot(corner[0] - own[0], corner[1] - own[1], corner[2] - own[2]), 0, 1e-6);
     }
   }
-  // Two halves of a roof that falls by 15 degrees on either side share one normal at the ridge.
-  Shape roof;
-  const float fall = std::tan(0.2618F);
-  const int ridge[2] = {roof.addNode(0, 0, 0), roof.addNode(0, 0, 1)};
-  roof.addTriangle(ridge[0], ridge[1], roof.addNode(1, -fall, 0.5F));
-  roof.addTriangle(ridge[1], ridge[0], roof.addNode(-1, -fall, 0.5F));
-  const std::vector<Vector3> soft = zel::view::cornerNormals(sceneOf(roof));
-  EXPECT_NEAR(soft[0][1], 1, 1e-6);
-  EXPECT_NEAR(soft[3][1], 1, 1e-6);
-  EXPECT_NEAR(soft[2][0], std::sin(0.2618), 1e-4);
+  // Two halves of a roof share one normal at the ridge.
+  const std::vector<Vector3> soft = zel::view::cornerNormals(sceneOf(zel::test::makeRoof()));
+  EXPECT_NEAR(soft[0][2], 1, 1e-6);
+  EXPECT_NEAR(soft[3][2], 1, 1e-6);
+  EXPECT_NEAR(soft[2][0], -std::sin(0.2618), 1e-4);
 }
 
 TEST(SceneLines, normalsAreTheNodesOwnOrElseTheFaces) {

@@ -5,35 +5,17 @@
 #include <cstdlib>
 
 #include "support/temp_dir.h"
+#include "support/wave_file.h"
 #include "zel/core/desktop.h"
 
 namespace {
 
-constexpr int kRate = 22050;
-
-void append(std::string& bytes, std::uint32_t value, int count) {
-  for (int i = 0; i < count; ++i) {
-    bytes += static_cast<char>(value >> (8 * i));
-  }
-}
-
-// A tenth of a second that holds the text "tick" once, in 8-bit mono.
-std::string waveFile() {
+// A tenth of a second that holds the text "tick" once.
+std::string tickFile() {
+  constexpr int kRate = 22050;
   std::string samples(kRate / 10, '\x80');
   samples.replace(200, 4, "tick");
-  std::string bytes = "RIFF";
-  append(bytes, static_cast<std::uint32_t>(36 + samples.size()), 4);
-  bytes += "WAVEfmt ";
-  append(bytes, 16, 4);
-  append(bytes, 1, 2);
-  append(bytes, 1, 2);
-  append(bytes, kRate, 4);
-  append(bytes, kRate, 4);
-  append(bytes, 1, 2);
-  append(bytes, 8, 2);
-  bytes += "data";
-  append(bytes, static_cast<std::uint32_t>(samples.size()), 4);
-  return bytes + samples;
+  return zel::test::waveFile(kRate, samples);
 }
 
 int countOf(const std::string& text, const std::string& part) {
@@ -50,7 +32,7 @@ class Sound : public testing::Test {
   Sound() {
     setenv("SDL_AUDIODRIVER", "disk", 1);
     setenv("SDL_DISKAUDIOFILE", heard.c_str(), 1);
-    zel::test::writeFile(wave, waveFile());
+    zel::test::writeFile(wave, tickFile());
   }
   ~Sound() override { SDL_Quit(); }
 
@@ -80,7 +62,7 @@ TEST_F(Sound, loopsUntilStopped) {
 
 TEST_F(Sound, missingOrBrokenFilesAreSilent) {
   const zel::view::SdlPlatform platform;
-  zel::test::writeFile(wave, waveFile().substr(0, 20));
+  zel::test::writeFile(wave, tickFile().substr(0, 20));
   slPlayWavSoundM(wave.c_str(), 2);
   slPlayWavSoundM(dir.file("none.wav").c_str(), 1);
   slPlayWavSoundM(nullptr, 3);

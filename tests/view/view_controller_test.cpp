@@ -16,27 +16,27 @@ using zel::view::ViewController;
 
 constexpr zel::view::ViewSize kSize{600, 400};
 
+using Vector4 = std::array<double, 4>;
+
+// The product of the current matrix of that name and a vector.
+Vector4 moved(GLenum matrixName, const Vector4& v) {
+  double m[16];
+  glGetDoublev(matrixName, m);
+  Vector4 result{};
+  for (std::size_t r = 0; r < 4; ++r) {
+    for (std::size_t c = 0; c < 4; ++c) {
+      result[r] += m[4 * c + r] * v[c];
+    }
+  }
+  return result;
+}
+
 // Where OpenGL itself puts a point: pixels from the lower left corner, and depth.
 std::array<double, 3> project(const ViewController& view, const std::array<double, 3>& point) {
   view.camera().loadProjection(kSize);
   view.camera().loadModelView();
-  double m[16];
-  double p[16];
-  glGetDoublev(GL_MODELVIEW_MATRIX, m);
-  glGetDoublev(GL_PROJECTION_MATRIX, p);
-  const double in[4] = {point[0], point[1], point[2], 1};
-  double eye[4] = {};
-  double clip[4] = {};
-  for (int r = 0; r < 4; ++r) {
-    for (int c = 0; c < 4; ++c) {
-      eye[r] += m[4 * c + r] * in[c];
-    }
-  }
-  for (int r = 0; r < 4; ++r) {
-    for (int c = 0; c < 4; ++c) {
-      clip[r] += p[4 * c + r] * eye[c];
-    }
-  }
+  const Vector4 eye = moved(GL_MODELVIEW_MATRIX, {point[0], point[1], point[2], 1});
+  const Vector4 clip = moved(GL_PROJECTION_MATRIX, eye);
   return {(clip[0] / clip[3] + 1) * kSize.width / 2, (clip[1] / clip[3] + 1) * kSize.height / 2,
           clip[2] / clip[3]};
 }

@@ -7,6 +7,7 @@
 #include <map>
 #include <thread>
 
+#include "blob.h"
 #include "scene_shapes.h"
 #include "support/temp_dir.h"
 #include "tools/view/viewer.h"
@@ -18,6 +19,8 @@ extern "C" const char* __asan_default_options() { return "detect_leaks=0"; }
 
 namespace {
 
+using zel::test::Blob;
+using zel::test::blobOf;
 using zel::view::Colour;
 using zel::view::Picture;
 
@@ -66,30 +69,6 @@ class ViewerSession : public testing::Test {
 
 bool isMesh(const Colour& c) { return c.red > c.blue + 8; }
 bool isBoundary(const Colour& c) { return c.red > 190 && c.green < 130 && c.blue < 90; }
-
-struct Blob {
-  int count = 0;
-  double x = 0;
-  double y = 0;
-};
-
-// The pixels of a kind and their mean position.
-template <class Kind>
-Blob blobOf(const Picture& picture, Kind isOfKind) {
-  Blob blob;
-  for (int y = 0; y < picture.height; ++y) {
-    for (int x = 0; x < picture.width; ++x) {
-      if (isOfKind(picture.at(x, y))) {
-        ++blob.count;
-        blob.x += x;
-        blob.y += y;
-      }
-    }
-  }
-  blob.x /= std::max(blob.count, 1);
-  blob.y /= std::max(blob.count, 1);
-  return blob;
-}
 
 int differingPixels(const Picture& a, const Picture& b) {
   int count = 0;

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <fcntl.h>
 #include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,55 +11,37 @@ namespace zel::test {
 /// An X server of its own without a screen (Xvfb), the display of this process while it lives.
 class XServer {
  public:
-  XServer() {
-    int numberPipe[2];
-    if (pipe(numberPipe) != 0) {
-      return;
-    }
-    process_ = fork();
-    if (process_ == 0) {
-      const std::string descriptor = std::to_string(numberPipe[1]);
-      const int nowhere = open("/dev/null", O_WRONLY);
-      dup2(nowhere, STDOUT_FILENO);
-      dup2(nowhere, STDERR_FILENO);
-      execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "800x600x24",
-             "-nolisten", "tcp", "-noreset", static_cast<char*>(nullptr));
-      _exit(127);
-    }
-    close(numberPipe[1]);
-    readNumber(numberPipe[0]);
-    close(numberPipe[0]);
-    if (isRunning()) {
-      setenv("DISPLAY", display_.c_str(), 1);
+  // The shell becomes the server, which prints its number once it accepts clients; without Xvfb
+  // there is none.
+  XServer()
+      : output_(popen("echo $$ && exec Xvfb -displayfd 1 -screen 0 800x600x24 -nolisten tcp "
+                      "-noreset 2>/dev/null",
+                      "r")) {
+    int number = 0;
+    isRunning_ = output_ != nullptr && std::fscanf(output_, "%d %d", &process_, &number) == 2;
+    if (isRunning_) {
+      setenv("DISPLAY", (":" + std::to_string(number)).c_str(), 1);
       setenv("SDL_VIDEODRIVER", "x11", 1);
     }
   }
   ~XServer() {
-    if (process_ > 0) {
+    if (isRunning_) {
       kill(process_, SIGTERM);
-      waitpid(process_, nullptr, 0);
+    }
+    if (output_ != nullptr) {
+      pclose(output_);
     }
   }
   XServer(const XServer&) = delete;
   XServer& operator=(const XServer&) = delete;
 
   /// Whether the server answered; false where Xvfb is not installed.
-  [[nodiscard]] bool isRunning() const { return !display_.empty(); }
+  [[nodiscard]] bool isRunning() const { return isRunning_; }
 
  private:
-  // The server writes its number once it accepts clients; without Xvfb the pipe just ends.
-  void readNumber(int descriptor) {
-    std::string number;
-    for (char c = 0; read(descriptor, &c, 1) == 1 && c != '\n';) {
-      number += c;
-    }
-    if (!number.empty()) {
-      display_ = ":" + number;
-    }
-  }
-
+  std::FILE* output_;
   pid_t process_ = -1;
-  std::string display_;
+  bool isRunning_ = false;
 };
 
 /// Runs a command. @return what it printed.
