@@ -1,21 +1,15 @@
-#include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
-
-#include "tests/cli/run_program.h"
-#include "tests/support/temp_dir.h"
+#include "tests/cli/program_fixture.h"
 
 namespace zel::test {
 
-TEST(Demo, weldsTheSoupBackToTheTubeAndSavesIt) {
-  const TempDir dir;
-  const ProgramRun run =
-      runProgram({"demo", "--triangles", "3000"}, {.workingDirectory = dir.path().string()});
-  EXPECT_EQ(run.exitCode, 0) << run.out << run.err;
-  EXPECT_NE(run.out.find("none, to the last bit"), std::string::npos) << run.out;
-  const ProgramRun info = runProgram({"info", dir.file("out/trefoil.zel"), "--json"});
-  EXPECT_EQ(readFile(dir.file("out/demo.png")).substr(0, 4), "\x89PNG");
-  const nlohmann::json facts = nlohmann::json::parse(info.out);
+using Demo = ProgramTest;
+
+TEST_F(Demo, weldsTheSoupBackToTheTubeAndSavesIt) {
+  const ProgramRun done = run({"demo", "--triangles", "3000"});
+  EXPECT_EQ(done.exitCode, 0) << done.out << done.err;
+  EXPECT_NE(done.out.find("none, to the last bit"), std::string::npos) << done.out;
+  EXPECT_EQ(content("out/demo.png").substr(0, 4), "\x89PNG");
+  const Json facts = answer({"info", "out/trefoil.zel"});
   EXPECT_GE(facts["triangles"], 3000);
   EXPECT_EQ(facts["components"], 1);
   EXPECT_EQ(facts["boundaryLoops"], 2);
@@ -25,19 +19,16 @@ TEST(Demo, weldsTheSoupBackToTheTubeAndSavesIt) {
   EXPECT_EQ(facts["nodeNormals"], true);
 }
 
-TEST(Demo, theSameNumberGivesTheSameDocument) {
-  const TempDir dir;
+TEST_F(Demo, theSameNumberGivesTheSameDocument) {
   for (const char* name : {"a.zel", "b.zel"}) {
-    ASSERT_EQ(runProgram({"demo", "--triangles", "1000", "--output", dir.file(name)}).exitCode, 0);
+    expectSuccess({"demo", "--triangles", "1000", "--output", name});
   }
-  EXPECT_EQ(readFile(dir.file("a.zel")), readFile(dir.file("b.zel")));
+  EXPECT_EQ(content("a.zel"), content("b.zel"));
 }
 
-TEST(Demo, anUnwritableTargetGivesFour) {
-  const TempDir dir;
-  writeFile(dir.file("file"), "");
-  EXPECT_EQ(
-      runProgram({"demo", "--triangles", "1000", "--output", dir.file("file/x.zel")}).exitCode, 4);
+TEST_F(Demo, anUnwritableTargetGivesFour) {
+  write("file", "");
+  EXPECT_EQ(exitCode({"demo", "--triangles", "1000", "--output", "file/x.zel"}), 4);
 }
 
 }  // namespace zel::test

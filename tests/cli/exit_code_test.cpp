@@ -1,128 +1,107 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <fstream>
+#include <sstream>
 
-#include "tests/cli/run_program.h"
+#include "tests/cli/program_fixture.h"
 #include "tests/cli/sample_meshes.h"
-#include "tests/support/temp_dir.h"
 
 namespace zel::test {
 
 namespace {
 
-/// The lines of a text that begin with a code, reduced to "code meaning".
-std::vector<std::string> exitCodeLines(const std::string& text) {
-  std::vector<std::string> lines;
-  std::istringstream stream(text);
-  for (std::string line; std::getline(stream, line);) {
-    std::erase(line, '|');
-    std::istringstream words(line);
-    std::string all;
-    for (std::string word; words >> word;) {
-      all += (all.empty() ? "" : " ") + word;
-    }
-    if (all.size() > 2 && all[0] >= '0' && all[0] <= '6' && all[1] == ' ') {
-      lines.push_back(all);
-    }
+class ExitCodes : public ProgramTest {
+ protected:
+  /// Expects nothing but one line that names the program and the file, as `shownName`.
+  void expectUnreadable(const std::string& name, const std::string& shownName) const {
+    const ProgramRun done = run({"info", name});
+    EXPECT_EQ(done.exitCode, 3) << name;
+    EXPECT_EQ(done.out, "");
+    EXPECT_EQ(std::ranges::count(done.err, '\n'), 1) << done.err;
+    EXPECT_EQ(done.err.rfind("zel: " + shownName + ": ", 0), 0U) << done.err;
   }
-  return lines;
-}
-
-/// One line that names the program and the file.
-void expectOneErrorLine(const ProgramRun& run, const std::string& file) {
-  EXPECT_EQ(std::ranges::count(run.err, '\n'), 1) << run.err;
-  EXPECT_EQ(run.err.rfind("zel: " + file + ": ", 0), 0U) << run.err;
-}
+};
 
 }  // namespace
 
-TEST(ExitCodes, helpAndGuideShowTheSameTable) {
-  const std::vector<std::string> help = exitCodeLines(runProgram({"--help"}).out);
-  const std::vector<std::string> guide = exitCodeLines(readFile(ZEL_SOURCE_DIR "/docs/guide.md"));
-  ASSERT_EQ(help.size(), 7U);
-  EXPECT_EQ(help, guide);
-  EXPECT_EQ(help[3], "3 an input cannot be read or is malformed");
+TEST_F(ExitCodes, helpAndGuideShowTheSameTable) {
+  std::istringstream help(run({"--help"}).out);
+  std::string table = "|---|---|\n";
+  int code = 0;
+  for (std::string line; std::getline(help, line);) {
+    const std::string digit = std::to_string(code);
+    if (line.rfind("  " + digit + "  ", 0) == 0) {
+      table += "| " + digit + " | " + line.substr(5) + " |\n";
+      ++code;
+    }
+  }
+  EXPECT_EQ(code, 7);
+  const std::string guide = readFile(ZEL_SOURCE_DIR "/docs/guide.md");
+  EXPECT_NE(guide.find(table + "\n"), std::string::npos) << table;
 }
 
-TEST(ExitCodes, helpAndVersionAreNoFailures) {
-  EXPECT_EQ(runProgram({"--help"}).exitCode, 0);
-  EXPECT_EQ(runProgram({"--version"}).exitCode, 0);
+TEST_F(ExitCodes, helpAndVersionAreNoFailures) {
+  EXPECT_EQ(exitCode({"--help"}), 0);
+  EXPECT_EQ(exitCode({"--version"}), 0);
   for (const char* command : {"info", "check", "convert", "diff", "weld", "normals", "unfold",
                               "fit", "formats", "render", "view", "demo"}) {
-    const ProgramRun run = runProgram({command, "--help"});
-    EXPECT_EQ(run.exitCode, 0) << command;
-    EXPECT_NE(run.out.find("Example: zel " + std::string(command)), std::string::npos) << run.out;
+    const ProgramRun done = run({command, "--help"});
+    EXPECT_EQ(done.exitCode, 0) << command;
+    EXPECT_NE(done.out.find("Example: zel " + std::string(command)), std::string::npos) << done.out;
   }
 }
 
-TEST(ExitCodes, wrongUsageGivesTwo) {
-  const TempDir dir;
-  writeFile(dir.file("a.obj"), tetrahedronObj());
-  const std::vector<std::vector<std::string>> wrong = {
-      {},
-      {"nonsense"},
-      {"info"},
-      {"info", dir.file("a.obj"), "--nonsense"},
-      {"info", dir.file("a.obj"), "--from", "nonsense"},
-      {"convert", dir.file("a.obj")},
-      {"convert", dir.file("a.obj"), dir.file("b.zel"), "--to", "off"},
-      {"diff", dir.file("a.obj"), dir.file("a.obj"), "--tolerance", "-1"},
-      {"diff", dir.file("a.obj"), dir.file("a.obj"), "--tolerance", "1,5"},
-      {"diff", dir.file("a.obj"), dir.file("a.obj"), "--tolerance", "nan"},
-      {"weld", dir.file("a.obj"), dir.file("b.zel"), "--tolerance", "nan"},
-      {"weld", dir.file("a.obj"), dir.file("b.zel"), "--relative", "inf"},
-      {"demo", "--triangles", "5"}};
+TEST_F(ExitCodes, wrongUsageGivesTwo) {
+  write("a.obj", tetrahedronObj());
+  const Arguments wrong[] = {{},
+                             {"nonsense"},
+                             {"info"},
+                             {"info", "a.obj", "--nonsense"},
+                             {"info", "a.obj", "--from", "nonsense"},
+                             {"convert", "a.obj"},
+                             {"convert", "a.obj", "b.zel", "--to", "off"},
+                             {"diff", "a.obj", "a.obj", "--tolerance", "-1"},
+                             {"diff", "a.obj", "a.obj", "--tolerance", "1,5"},
+                             {"diff", "a.obj", "a.obj", "--tolerance", "nan"},
+                             {"weld", "a.obj", "b.zel", "--tolerance", "nan"},
+                             {"weld", "a.obj", "b.zel", "--relative", "inf"},
+                             {"demo", "--triangles", "5"}};
   for (const auto& arguments : wrong) {
-    const ProgramRun run = runProgram(arguments);
-    EXPECT_EQ(run.exitCode, 2) << testing::PrintToString(arguments) << run.err;
-    EXPECT_FALSE(run.err.empty());
+    const ProgramRun done = run(arguments);
+    EXPECT_EQ(done.exitCode, 2) << testing::PrintToString(arguments) << done.err;
+    EXPECT_FALSE(done.err.empty());
   }
-  EXPECT_EQ(runProgram({"nonsense"}).err, "zel: nonsense: wrong usage: no such subcommand\n");
-  EXPECT_FALSE(std::filesystem::exists(dir.file("b.zel")));
+  EXPECT_EQ(run({"nonsense"}).err, "zel: nonsense: wrong usage: no such subcommand\n");
+  EXPECT_FALSE(exists("b.zel"));
 }
 
-TEST(ExitCodes, unreadableInputsGiveThreeAndOneLine) {
-  const TempDir dir;
-  std::filesystem::create_directory(dir.file("folder.zel"));
-  writeFile(dir.file("unknown.xyzzy"), tetrahedronObj());
-  writeFile(dir.file("noname"), tetrahedronObj());
+TEST_F(ExitCodes, unreadableInputsGiveThreeAndOneLine) {
+  std::filesystem::create_directory(file("folder.zel"));
+  write("unknown.xyzzy", tetrahedronObj());
+  write("noname", tetrahedronObj());
   for (const char* name : {"missing.zel", "missing.obj", "folder.zel", "unknown.xyzzy", "noname",
                            "noname/below.obj"}) {
-    const std::string file = dir.file(name);
-    const ProgramRun run = runProgram({"info", file});
-    EXPECT_EQ(run.exitCode, 3) << name;
-    EXPECT_EQ(run.out, "");
-    expectOneErrorLine(run, file);
+    expectUnreadable(name, name);
+    expectUnreadable(file(name), file(name));
   }
+  expectUnreadable("no\nsuch\033file.obj", "no?such?file.obj");
 }
 
-TEST(ExitCodes, goesOnAfterABadFileAndEndsWithTheWorstCode) {
-  const TempDir dir;
-  writeFile(dir.file("good.obj"), tetrahedronObj());
-  const ProgramRun run =
-      runProgram({"info", dir.file("missing.obj"), dir.file("good.obj"), dir.file("worse.xyzzy")});
-  EXPECT_EQ(run.exitCode, 3);
-  EXPECT_NE(run.out.find("good.obj"), std::string::npos);
-  EXPECT_EQ(std::ranges::count(run.err, '\n'), 2) << run.err;
+TEST_F(ExitCodes, goesOnAfterABadFileAndEndsWithTheWorstCode) {
+  write("good.obj", tetrahedronObj());
+  const ProgramRun done = run({"info", "missing.obj", "good.obj", "worse.xyzzy"});
+  EXPECT_EQ(done.exitCode, 3);
+  EXPECT_NE(done.out.find("good.obj"), std::string::npos);
+  EXPECT_EQ(std::ranges::count(done.err, '\n'), 2) << done.err;
 }
 
-TEST(ExitCodes, aNameWithALineBreakStaysOneLine) {
-  const ProgramRun run = runProgram({"info", "no\nsuch\033file.obj"});
-  EXPECT_EQ(run.exitCode, 3);
-  expectOneErrorLine(run, "no?such?file.obj");
-}
-
-TEST(ExitCodes, aDifferenceGivesOne) {
-  const TempDir dir;
-  writeFile(dir.file("a.obj"), tetrahedronObj());
-  writeFile(dir.file("b.obj"), tetrahedronObj() + "v 1 1 1\n");
-  EXPECT_EQ(runProgram({"diff", dir.file("a.obj"), dir.file("a.obj")}).exitCode, 0);
-  const ProgramRun run = runProgram({"diff", dir.file("a.obj"), dir.file("b.obj")});
-  EXPECT_EQ(run.exitCode, 1);
-  EXPECT_EQ(run.out, "6 nodes against 7\ndifferent\n");
-  EXPECT_EQ(runProgram({"diff", "-q", dir.file("a.obj"), dir.file("b.obj")}).out, "");
-  EXPECT_EQ(runProgram({"diff", dir.file("a.obj"), dir.file("none.obj")}).exitCode, 3);
+TEST_F(ExitCodes, aDifferenceGivesOne) {
+  write("a.obj", tetrahedronObj());
+  write("b.obj", tetrahedronObj() + "v 1 1 1\n");
+  EXPECT_EQ(exitCode({"diff", "a.obj", "a.obj"}), 0);
+  const ProgramRun done = run({"diff", "a.obj", "b.obj"});
+  EXPECT_EQ(done.exitCode, 1);
+  EXPECT_EQ(done.out, "6 nodes against 7\ndifferent\n");
+  EXPECT_EQ(run({"diff", "-q", "a.obj", "b.obj"}).out, "");
+  EXPECT_EQ(exitCode({"diff", "a.obj", "none.obj"}), 3);
 }
 
 }  // namespace zel::test

@@ -1,11 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <random>
+#include <regex>
 
-#include "tests/cli/run_program.h"
+#include "tests/cli/program_fixture.h"
 #include "tests/cli/sample_meshes.h"
-#include "tests/support/temp_dir.h"
 
 namespace zel::test {
 
@@ -17,29 +15,28 @@ std::string replaced(std::string text, const std::string& what, const std::strin
   return place == std::string::npos ? text : text.replace(place, what.size(), with);
 }
 
-class HostileInput : public testing::Test {
+class HostileInput : public ProgramTest {
  protected:
   HostileInput() {
-    writeFile(dir_.file("whole.obj"), sheetObj(2, 2, false) + "f 1 2 5 4\n");
-    EXPECT_EQ(runProgram({"convert", dir_.file("whole.obj"), dir_.file("whole.zel")}).exitCode, 0);
-    document_ = readFile(dir_.file("whole.zel"));
+    write("whole.obj", sheetObj(2, 2, false) + "f 1 2 5 4\n");
+    expectSuccess({"convert", "whole.obj", "whole.zel"});
+    document_ = content("whole.zel");
   }
 
   /// Writes `bytes` to a file of that name and asks the program about it.
   ProgramRun ask(const std::string& name, const std::string& bytes) const {
-    writeFile(dir_.file(name), bytes);
-    return runProgram({"info", dir_.file(name)});
+    write(name, bytes);
+    return run({"info", name});
   }
 
   void expectRefused(const std::string& name, const std::string& bytes,
                      const std::string& why) const {
-    const ProgramRun run = ask(name, bytes);
-    EXPECT_EQ(run.exitCode, 3) << why << "\n" << run.out << run.err << " signal " << run.signal;
-    EXPECT_NE(run.err.find(why), std::string::npos) << run.err;
-    EXPECT_EQ(std::ranges::count(run.err, '\n'), 1) << run.err;
+    const ProgramRun done = ask(name, bytes);
+    EXPECT_EQ(done.exitCode, 3) << why << "\n" << done.out << done.err << " signal " << done.signal;
+    EXPECT_NE(done.err.find(why), std::string::npos) << done.err;
+    EXPECT_EQ(std::ranges::count(done.err, '\n'), 1) << done.err;
   }
 
-  TempDir dir_;
   std::string document_;
 };
 
@@ -68,13 +65,13 @@ TEST_F(HostileInput, brokenDocumentsNameTheList) {
                   replaced(document_, triangles, std::string(count) + ", TRIANGLE_LIST_BEGIN"),
                   "list of triangles");
   }
-  expectRefused("index.zel", replaced(document_, "3, INDEX_OF_NODE", "-3, INDEX_OF_NODE"),
-                "list of nodes");
-  expectRefused("twice.zel", replaced(document_, "3, INDEX_OF_NODE", "2, INDEX_OF_NODE"),
-                "list of nodes");
-  expectRefused("twice.zel", replaced(document_, "3,  INDEX_OF_TRI", "2,  INDEX_OF_TRI"),
-                "list of triangles");
-  expectRefused("tag.zel", replaced(document_, "zel4.008", "zel9.9"), "version tag");
+  const char* const cases[][3] = {{"3, INDEX_OF_NODE", "-3, INDEX_OF_NODE", "list of nodes"},
+                                  {"3, INDEX_OF_NODE", "2, INDEX_OF_NODE", "list of nodes"},
+                                  {"3,  INDEX_OF_TRI", "2,  INDEX_OF_TRI", "list of triangles"},
+                                  {"zel4.008", "zel9.9", "version tag"}};
+  for (const auto& [text, broken, why] : cases) {
+    expectRefused("broken.zel", replaced(document_, text, broken), why);
+  }
   expectRefused("rest.zel", document_ + "rubbish\n", "texture coordinates");
 }
 
@@ -95,8 +92,8 @@ TEST_F(HostileInput, garbledDocumentsNeverCrash) {
     for (int change = 0; change < 4; ++change) {
       garbled[random() % garbled.size()] = "0123456789-,\n x"[random() % 15];
     }
-    const ProgramRun run = ask("garbled.zel", garbled);
-    EXPECT_TRUE(run.exitCode == 0 || run.exitCode == 3) << run.exitCode << " " << run.signal;
+    const ProgramRun done = ask("garbled.zel", garbled);
+    EXPECT_TRUE(done.exitCode == 0 || done.exitCode == 3) << done.exitCode << " " << done.signal;
   }
 }
 
@@ -125,9 +122,9 @@ TEST_F(HostileInput, brokenForeignFilesAreRefused) {
     const std::string name = std::string("broken.") + extension;
     for (const std::string& bytes : {std::string(), std::string("rubbish"),
                                      std::string(200, '\xFF'), std::string(200, '\0')}) {
-      const ProgramRun run = ask(name, bytes);
-      EXPECT_TRUE(run.exitCode == 3 || run.exitCode == 5) << name << run.exitCode << run.err;
-      EXPECT_EQ(std::ranges::count(run.err, '\n'), 1) << run.err;
+      const ProgramRun done = ask(name, bytes);
+      EXPECT_TRUE(done.exitCode == 3 || done.exitCode == 5) << name << done.exitCode << done.err;
+      EXPECT_EQ(std::ranges::count(done.err, '\n'), 1) << done.err;
     }
   }
 }
@@ -143,15 +140,11 @@ TEST_F(HostileInput, hugeCountsInForeignFilesAreRefusedBeforeMemoryIsTaken) {
 }
 
 TEST_F(HostileInput, windowsLineEndsReadTheSame) {
-  std::string windows;
-  for (const char c : document_) {
-    windows += c == '\n' ? std::string("\r\n") : std::string(1, c);
-  }
-  writeFile(dir_.file("windows.zel"), windows);
-  EXPECT_EQ(runProgram({"diff", dir_.file("whole.zel"), dir_.file("windows.zel")}).out, "same\n");
-  writeFile(dir_.file("windows.obj"), "v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nf 1 2 \\\r\n 3\r\n");
-  writeFile(dir_.file("unix.obj"), "v 0 0 0\nv 1 0 0\nv 0 +1 0\nf -3 -2 -1");
-  EXPECT_EQ(runProgram({"diff", dir_.file("unix.obj"), dir_.file("windows.obj")}).out, "same\n");
+  write("windows.zel", std::regex_replace(document_, std::regex("\n"), "\r\n"));
+  EXPECT_EQ(run({"diff", "whole.zel", "windows.zel"}).out, "same\n");
+  write("windows.obj", "v 0 0 0\r\nv 1 0 0\r\nv 0 1 0\r\nf 1 2 \\\r\n 3\r\n");
+  write("unix.obj", "v 0 0 0\nv 1 0 0\nv 0 +1 0\nf -3 -2 -1");
+  EXPECT_EQ(run({"diff", "unix.obj", "windows.obj"}).out, "same\n");
 }
 
 }  // namespace zel::test

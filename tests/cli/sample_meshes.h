@@ -28,12 +28,11 @@ inline std::string sheetObj(int rows, int columns, bool quads) {
     for (int column = 0; column < columns; ++column) {
       const int a = row * (columns + 1) + column + 1;
       const int d = a + columns + 1;
-      if (quads) {
-        text << "f " << a << " " << a + 1 << " " << d + 1 << " " << d << "\n";
-      } else {
-        text << "f " << a << " " << a + 1 << " " << d + 1 << "\nf " << a << " " << d + 1 << " " << d
-             << "\n";
+      text << "f " << a << " " << a + 1 << " " << d + 1;
+      if (!quads) {
+        text << "\nf " << a << " " << d + 1;
       }
+      text << " " << d << "\n";
     }
   }
   return text.str();
