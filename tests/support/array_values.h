@@ -44,7 +44,9 @@ Array arrayOf(std::initializer_list<Value<Array>> values) {
 template <class Array>
 std::vector<Value<Array>> valuesOf(const Array& array) {
   std::vector<Value<Array>> values(static_cast<std::size_t>(std::max(array.GetBoundM(), 0)));
-  std::memcpy(values.data(), array.getCurrentItemPrtConstM(), values.size() * sizeof values[0]);
+  if (!values.empty()) {
+    std::memcpy(values.data(), array.getCurrentItemPrtConstM(), values.size() * sizeof values[0]);
+  }
   return values;
 }
 
