@@ -207,7 +207,7 @@ void smallSizes(benchmark::internal::Benchmark* bench) {
 }
 void allSizes(benchmark::internal::Benchmark* bench) {
   smallSizes(bench);
-  bench->Arg(1000000)->Arg(4000000);
+  bench->Arg(1000000)->Arg(2000000)->Arg(4000000)->Arg(8000000);
 }
 
 BENCHMARK(BM_WalkForEdge)->Apply(smallSizes);
