@@ -37,13 +37,26 @@ int mapped(const std::vector<int>& newOf, int node) {
   return isKnown ? newOf[static_cast<std::size_t>(node)] : kNoIndex;
 }
 
+// Far enough ahead for the map's entries to arrive from memory in time.
+constexpr int kAhead = 8;
+
+void prefetch(const std::vector<int>& newOf, int node) {
+  __builtin_prefetch(newOf.data() + (static_cast<std::size_t>(node) < newOf.size() ? node : 0));
+}
+
 /// Renumbers the corners of every slot and deletes the live faces that lose one.
 template <class Faces>
 void renumber(Faces& faces, const std::vector<int>& newOf) {
   using Kind = FaceKind<Faces>;
+  int corners[Kind::kCorners];
   for (int slot = faces.GetBoundM() - 1; slot >= 0; --slot) {
+    if (slot >= kAhead) {
+      Kind::read(std::as_const(faces).ElementAtM(slot - kAhead), corners);
+      for (const int corner : corners) {
+        prefetch(newOf, corner);
+      }
+    }
     typename Kind::Face face;
-    int corners[Kind::kCorners];
     faces.GetItemM(&face, slot);
     Kind::read(face, corners);
     for (int& corner : corners) {
