@@ -7,6 +7,7 @@
 
 #include "tests/support/bits.h"
 #include "tests/support/temp_dir.h"
+#include "tests/support/thrown_by.h"
 #include "zel/zel.h"
 
 namespace zel::test {
@@ -134,12 +135,7 @@ class MeshRoundTrip : public testing::Test {
 
   /// Thrown code of a load, 0 when it went well.
   static int codeOfLoading(const std::string& file) {
-    try {
-      load(file);
-      return 0;
-    } catch (int code) {
-      return code;
-    }
+    return thrownBy([&] { load(file); });
   }
 
   Mesh mesh_ = welded(halfPipeSoup(kRows, kColumns));

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <initializer_list>
 
+#include "support/array_values.h"
 #include "zel/containers/int_arr.h"
 #include "zel/containers/point3d_arr.h"
 #include "zel/core/constants.h"
@@ -47,11 +48,7 @@ inline NodeArr nodesAt(std::initializer_list<Point> points) {
   return nodes;
 }
 inline Point3DArr pointsOf(std::initializer_list<Point> places) {
-  Point3DArr points;
-  for (const Point& place : places) {
-    points.AddItemM(place.data());
-  }
-  return points;
+  return arrayOf<Point3DArr>(places);
 }
 inline TriangleArr trianglesOf(std::initializer_list<Corners> faces) {
   TriangleArr triangles;
@@ -68,13 +65,7 @@ inline QuadArr quadsOf(std::initializer_list<std::array<int, 4>> faces) {
   return quads;
 }
 
-inline IntArr intsOf(std::initializer_list<int> values) {
-  IntArr ints;
-  for (const int value : values) {
-    ints.AddItemM(value);
-  }
-  return ints;
-}
+inline IntArr intsOf(std::initializer_list<int> values) { return arrayOf<IntArr>(values); }
 
 inline Point pointOf(const NodeArr& nodes, int slot) {
   Point point;

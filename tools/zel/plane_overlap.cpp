@@ -87,15 +87,13 @@ class OverlapTree {
     const auto centre = [](const PlaneTriangle& triangle, std::size_t axis) {
       return triangle[0][axis] + triangle[1][axis] + triangle[2][axis];
     };
-    PlanePoint low{centre(*begin, 0), centre(*begin, 1)};
-    PlanePoint high = low;
-    for (auto at = begin; at != end; ++at) {
-      for (std::size_t axis = 0; axis < 2; ++axis) {
-        low[axis] = std::min(low[axis], centre(*at, axis));
-        high[axis] = std::max(high[axis], centre(*at, axis));
-      }
-    }
-    const std::size_t axis = high[1] - low[1] > high[0] - low[0] ? 1 : 0;
+    const auto centreOf = [&](const PlaneTriangle& triangle) {
+      return PlanePoint{centre(triangle, 0), centre(triangle, 1)};
+    };
+    PlaneBox box{centreOf(*begin), centreOf(*begin)};
+    std::for_each(begin, end,
+                  [&](const PlaneTriangle& triangle) { box.extendTo(centreOf(triangle)); });
+    const std::size_t axis = box.high[1] - box.low[1] > box.high[0] - box.low[0] ? 1 : 0;
     std::nth_element(begin, begin + static_cast<std::ptrdiff_t>(count / 2), end,
                      [&](const PlaneTriangle& a, const PlaneTriangle& b) {
                        return centre(a, axis) < centre(b, axis);
@@ -108,10 +106,7 @@ class OverlapTree {
     corners_.insert(corners_.end(), hull.begin(), hull.end());
     branch.box = {hull.front(), hull.front()};
     for (const PlanePoint& corner : hull) {
-      for (std::size_t axis = 0; axis < 2; ++axis) {
-        branch.box.low[axis] = std::min(branch.box.low[axis], corner[axis]);
-        branch.box.high[axis] = std::max(branch.box.high[axis], corner[axis]);
-      }
+      branch.box.extendTo(corner);
     }
   }
 

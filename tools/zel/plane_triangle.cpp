@@ -32,6 +32,13 @@ double shadowOverlap(const PlanePoint& from, const PlanePoint& to, const PlaneTr
 
 }  // namespace
 
+void PlaneBox::extendTo(const PlanePoint& point) {
+  for (std::size_t axis = 0; axis < 2; ++axis) {
+    low[axis] = std::min(low[axis], point[axis]);
+    high[axis] = std::max(high[axis], point[axis]);
+  }
+}
+
 PlaneBox boxOf(const std::vector<PlaneTriangle>& triangles) {
   if (triangles.empty()) {
     return {};
@@ -39,10 +46,7 @@ PlaneBox boxOf(const std::vector<PlaneTriangle>& triangles) {
   PlaneBox box{triangles.front()[0], triangles.front()[0]};
   for (const PlaneTriangle& triangle : triangles) {
     for (const PlanePoint& corner : triangle) {
-      for (std::size_t axis = 0; axis < 2; ++axis) {
-        box.low[axis] = std::min(box.low[axis], corner[axis]);
-        box.high[axis] = std::max(box.high[axis], corner[axis]);
-      }
+      box.extendTo(corner);
     }
   }
   return box;

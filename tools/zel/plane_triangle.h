@@ -13,6 +13,8 @@ using PlaneTriangle = std::array<PlanePoint, 3>;
 struct PlaneBox {
   PlanePoint low{};
   PlanePoint high{};
+
+  void extendTo(const PlanePoint& point);
 };
 
 [[nodiscard]] PlaneBox boxOf(const std::vector<PlaneTriangle>& triangles);

@@ -6,6 +6,7 @@
 
 #include "zel/core/constants.h"
 #include "zel/mesh/detail/face_corners.h"
+#include "zel/mesh/detail/face_record_ops.h"
 #include "zel/mesh/node.h"
 
 namespace zel {
@@ -37,26 +38,26 @@ int mapped(const std::vector<int>& newOf, int node) {
   return isKnown ? newOf[static_cast<std::size_t>(node)] : kNoIndex;
 }
 
-// Far enough ahead for the map's entries to arrive from memory in time.
-constexpr int kAhead = 8;
-
-void prefetch(const std::vector<int>& newOf, int node) {
-  __builtin_prefetch(newOf.data() + (static_cast<std::size_t>(node) < newOf.size() ? node : 0));
+/// Asks for the memory that renumber() will look at for a face.
+template <class Kind>
+void prefetch(const typename Kind::Face& face, const std::vector<int>& newOf) {
+  int corners[Kind::kCorners];
+  Kind::read(face, corners);
+  for (const int node : corners) {
+    __builtin_prefetch(newOf.data() + (static_cast<std::size_t>(node) < newOf.size() ? node : 0));
+  }
 }
 
 /// Renumbers the corners of every slot and deletes the live faces that lose one.
 template <class Faces>
 void renumber(Faces& faces, const std::vector<int>& newOf) {
   using Kind = FaceKind<Faces>;
-  int corners[Kind::kCorners];
   for (int slot = faces.GetBoundM() - 1; slot >= 0; --slot) {
-    if (slot >= kAhead) {
-      Kind::read(std::as_const(faces).ElementAtM(slot - kAhead), corners);
-      for (const int corner : corners) {
-        prefetch(newOf, corner);
-      }
+    if (slot >= kFacesAhead) {
+      prefetch<Kind>(std::as_const(faces).ElementAtM(slot - kFacesAhead), newOf);
     }
     typename Kind::Face face;
+    int corners[Kind::kCorners];
     faces.GetItemM(&face, slot);
     Kind::read(face, corners);
     for (int& corner : corners) {

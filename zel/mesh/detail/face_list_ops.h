@@ -138,12 +138,10 @@ void changeEveryNormal(FaceSlots<Face>& faces, Change change) {
 /// Renumbers the live faces and squeezes out everything else, collapsed ones included.
 template <class Face>
 void renumberAndCompact(FaceSlots<Face>& faces, const IntArr& map) {
-  // Far enough ahead for the map's entries to arrive from memory in time.
-  constexpr int kAhead = 8;
   auto& store = faces.changeAll();
   for (int slot = 0; slot < faces.bound(); ++slot) {
-    if (slot + kAhead < faces.bound()) {
-      prefetchCorners(store[slot + kAhead].record(), map);
+    if (slot + kFacesAhead < faces.bound()) {
+      prefetchCorners(store[slot + kFacesAhead].record(), map);
     }
     if (faces.isLive(slot) && store[slot].ResetNodeIdxM(map) == 0) {
       store[slot].SetDeleteTagM(kTagNotAvailable);

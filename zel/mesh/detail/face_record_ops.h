@@ -58,6 +58,9 @@ void turnNormal(FaceRecord<kCount>& face, const float* matrix) {
   slMatrix16MultiVector3(matrix, face.normal);
 }
 
+/// How many faces ahead a map's entries are asked for, so that they arrive from memory in time.
+inline constexpr int kFacesAhead = 8;
+
 /// Asks for the memory that renumberCorners() will look at.
 template <int kCount>
 void prefetchCorners(const FaceRecord<kCount>& face, const IntArr& map) {
