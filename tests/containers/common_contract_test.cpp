@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "containers/slot_model.h"
+#include "support/threads.h"
 
 namespace zel::test {
 namespace {
@@ -131,6 +132,20 @@ TYPED_TEST(CommonContract, everyMutationMatchesThePlainModel) {
     }
     ASSERT_NO_FATAL_FAILURE(expectSameWalk(array, model));
   }
+}
+
+TYPED_TEST(CommonContract, ThreadsReadOneConstArrayAtOnce) {
+  TypeParam array;
+  SlotModel<TypeParam> model;
+  for (int i = 0; i < 50; ++i) {
+    array.AddItemM(in<TypeParam>(liveItem<TypeParam>(i)));
+    model.add(liveItem<TypeParam>(i));
+  }
+  onThreads(4, [&](int) {
+    expectSameSlots(std::as_const(array), model);
+    expectSameWalk(std::as_const(array), model);
+    expectSameSlots(TypeParam(array), model);
+  });
 }
 
 TYPED_TEST(CommonContract, newArrayIsEmptyAndSmall) {
