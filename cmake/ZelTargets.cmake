@@ -52,3 +52,11 @@ function(zel_add_test name)
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
     PROPERTIES TIMEOUT 300)
 endfunction()
+
+# zel_add_fault_test(NAME source...): a test program whose heap can be made to refuse, see
+# tests/faults/refusing_allocator.h. It links the object files: every report to kwErrorMessage()
+# then goes through the linker, which leads it to the test. Linux only.
+function(zel_add_fault_test name)
+  zel_add_test(${name} INTERNAL ${ARGN} ${PROJECT_SOURCE_DIR}/tests/faults/refusing_allocator.cpp)
+  target_link_options(${name} PRIVATE -Wl,--wrap=_Z14kwErrorMessagei)
+endfunction()

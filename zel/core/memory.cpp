@@ -26,5 +26,3 @@ void* slRealloc(void* block, std::uint32_t size) {
 }
 
 void slFree(void* block) { std::free(block); }
-
-int kwErrorMessage(int /*code*/) { return 0; }
