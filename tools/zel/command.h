@@ -1,8 +1,5 @@
 #pragma once
 
-#include <CLI/App.hpp>
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
 #include <functional>
 #include <memory>
 #include <string>
@@ -10,14 +7,15 @@
 
 #include "tools/zel/console.h"
 #include "tools/zel/exit_code.h"
+#include "tools/zel/options.h"
 
 namespace zel::program {
 
 /// One subcommand. Its options are its members; declare() ties them to the command line, run()
 /// is called when the person chose it.
 ///
-/// A new subcommand is one file with a class derived from this, a factory named in commands.h,
-/// and one line in the table of commands.cpp.
+/// A new subcommand is one file with a class derived from this, a factory named in
+/// commands/commands.h, and one line in the table of commands/commands.cpp.
 class Command {
  public:
   Command() = default;
@@ -25,8 +23,8 @@ class Command {
   Command(const Command&) = delete;
   Command& operator=(const Command&) = delete;
 
-  /// Adds options, positional arguments and an example (as the footer).
-  virtual void declare(CLI::App& app) = 0;
+  /// Adds options, positional arguments and an example.
+  virtual void declare(Options& options) = 0;
   /// Does the work. May throw Failure, which ends the command with the failure's code.
   virtual ExitCode run(const Console& console) = 0;
 };

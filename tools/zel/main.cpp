@@ -1,10 +1,11 @@
 #include <algorithm>
 #include <clocale>
 #include <csignal>
-#include <iostream>
 
-#include "tools/zel/commands.h"
+#include "tools/zel/command_line.h"
+#include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
+#include "tools/zel/help_text.h"
 
 namespace zel::program {
 
@@ -12,53 +13,67 @@ namespace {
 
 constexpr const char* kVersion = ZEL_VERSION;
 
-/// The first argument that is no option, when it names no subcommand; else nothing.
-std::string unknownSubcommand(int argc, char** argv) {
-  for (int k = 1; k < argc; ++k) {
-    const std::string word = argv[k];
-    if (word.empty() || word[0] != '-') {
-      const bool isKnown = std::ranges::any_of(
-          commands(), [&](const CommandEntry& entry) { return word == entry.name; });
-      return isKnown ? std::string() : word;
+/// The subcommands with their options, and the options of them all.
+class Program {
+ public:
+  Program() {
+    common_.flag("-q,--quiet", console_.quiet, "No remarks and no progress bar");
+    common_.flag("-v,--verbose", console_.verbose, "Tell what is being done");
+    common_.flag("-h,--help", asksHelp_, "Tell how it is used");
+    common_.flag("--version", asksVersion_, "Tell the version");
+    for (const CommandEntry& entry : commands()) {
+      Verb& verb = verbs_.emplace_back(Verb{entry.name, entry.summary, {}});
+      commands_.push_back(entry.make());
+      commands_.back()->declare(verb.options);
     }
   }
-  return {};
-}
 
-ExitCode run(int argc, char** argv) {
-  CLI::App app("zel: look into, weld, convert and compare 3D meshes", "zel");
-  app.set_version_flag("--version", std::string("zel ") + kVersion);
-  app.require_subcommand(1);
-  app.fallthrough();
-  app.footer("\n" + exitCodeTable() + "\nzel SUBCOMMAND --help tells about one subcommand.");
-  Console console;
-  app.add_flag("-q,--quiet", console.quiet, "No remarks and no progress bar");
-  app.add_flag("-v,--verbose", console.verbose, "Tell what is being done");
-
-  std::vector<std::pair<const CLI::App*, std::unique_ptr<Command>>> known;
-  for (const CommandEntry& entry : commands()) {
-    CLI::App* const subcommand = app.add_subcommand(entry.name, entry.summary);
-    known.emplace_back(subcommand, entry.make());
-    known.back().second->declare(*subcommand);
-  }
-  if (const std::string name = unknownSubcommand(argc, argv); !name.empty()) {
-    console.complain(Failure(ExitCode::kUsage, name, "wrong usage", "no such subcommand"));
-    return ExitCode::kUsage;
-  }
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? ExitCode::kDone : ExitCode::kUsage;
-  }
-  for (const auto& [subcommand, command] : known) {
-    if (subcommand->parsed()) {
-      return guarded("zel", console, [&] { return command->run(console); });
+  /// @throws Failure.
+  ExitCode run(std::vector<std::string> words) {
+    const auto place = findVerb(words, common_);
+    if (!place) {
+      return runWithoutVerb(words);
     }
+    const auto verb = std::ranges::find(verbs_, words[*place], &Verb::name);
+    if (verb == verbs_.end()) {
+      throw Failure(ExitCode::kUsage, words[*place], "wrong usage", "no such subcommand");
+    }
+    words.erase(words.begin() + static_cast<std::ptrdiff_t>(*place));
+    parseWords(words, common_, *verb, asksHelp_);
+    if (asksHelp_) {
+      console_.result(helpText(*verb, common_));
+      return ExitCode::kDone;
+    }
+    return commands_[static_cast<std::size_t>(verb - verbs_.begin())]->run(console_);
   }
-  return ExitCode::kUsage;
-}
+
+ private:
+  ExitCode runWithoutVerb(const std::vector<std::string>& words) {
+    parseWords(words, common_, Verb{"zel", "", {}}, asksHelp_);
+    if (asksHelp_) {
+      console_.result(helpText(verbs_, common_));
+    } else if (asksVersion_) {
+      console_.result(std::string("zel ") + kVersion + "\n");
+    } else {
+      throw Failure(ExitCode::kUsage, "SUBCOMMAND", "wrong usage",
+                    "it is missing; zel --help lists them");
+    }
+    return ExitCode::kDone;
+  }
+
+  Console console_;
+  bool asksHelp_ = false;
+  bool asksVersion_ = false;
+  Options common_;
+  std::vector<Verb> verbs_;
+  std::vector<std::unique_ptr<Command>> commands_;
+};
 
 }  // namespace
+
+ExitCode run(const std::vector<std::string>& words) {
+  return guarded("zel", Console(), [&] { return Program().run(words); });
+}
 
 }  // namespace zel::program
 
@@ -67,5 +82,5 @@ int main(int argc, char** argv) {
   std::setlocale(LC_ALL, "");
   // Over the limit for file sizes a write shall fail and be told, not end the program.
   std::signal(SIGXFSZ, SIG_IGN);
-  return static_cast<int>(zel::program::run(argc, argv));
+  return static_cast<int>(zel::program::run({argv + std::min(argc, 1), argv + argc}));
 }

@@ -1,8 +1,8 @@
 #include "tools/zel/mesh_file.h"
 
-#include "tools/zel/assimp_file.h"
 #include "tools/zel/failure.h"
 #include "tools/zel/file_format.h"
+#include "tools/zel/foreign/assimp_file.h"
 #include "tools/zel/obj_file.h"
 #include "tools/zel/zel_document.h"
 

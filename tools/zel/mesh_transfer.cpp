@@ -8,12 +8,12 @@
 
 namespace zel::program {
 
-void MeshTransfer::declare(CLI::App& app) {
-  app.add_option("input", input_, "Mesh file, or - for standard input")->required();
-  app.add_option("output", output_, "File to write, or - for standard output");
-  app.add_option("--from", from_, "Read as this format, whatever the name says");
-  app.add_option("--to", to_, "Write as this format, whatever the name says");
-  app.add_flag("--in-place", inPlace_, "Replace the input instead of writing another file");
+void MeshTransfer::declare(Options& options) {
+  options.argument("INPUT", input_, "Mesh file, or - for standard input").required();
+  options.argument("OUTPUT", output_, "File to write, or - for standard output");
+  options.value("--from", "FORMAT", from_, "Read as this format, whatever the name says");
+  options.value("--to", "FORMAT", to_, "Write as this format, whatever the name says");
+  options.flag("--in-place", inPlace_, "Replace the input instead of writing another file");
 }
 
 MeshDocument MeshTransfer::read(const Console& console) const {

@@ -12,7 +12,7 @@ namespace zel::program {
 class MeshTransfer {
  public:
   /// Adds INPUT, OUTPUT, --from, --to and --in-place.
-  void declare(CLI::App& app);
+  void declare(Options& options);
 
   /// What the input is called in messages.
   [[nodiscard]] const std::string& input() const { return input_; }

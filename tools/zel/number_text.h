@@ -2,7 +2,10 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace zel::program {
 
@@ -14,6 +17,20 @@ inline std::string shortText(double value) {
                                  std::chars_format::general, kDigits)
                        .ptr;
   return {text.data(), end};
+}
+
+/// @return the number that fills the whole text, by the rules of C in every locale: digits, a
+/// point,
+///         an exponent. Nothing else counts, nor do numbers that are not finite or that the type
+///         cannot hold.
+template <class Number>
+std::optional<Number> readNumber(std::string_view text) {
+  Number number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  const bool isNumber =
+      error == std::errc() && stop == end && std::isfinite(static_cast<double>(number));
+  return isNumber ? std::optional<Number>(number) : std::nullopt;
 }
 
 /// A count for people, in groups of three: 1,234,567.

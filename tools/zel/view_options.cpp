@@ -36,19 +36,18 @@ std::string checkColour(const std::string& text) {
 
 }  // namespace
 
-void ViewOptions::declare(CLI::App& app) {
-  app.add_flag("--wireframe", wireframe_, "Edges without faces");
-  app.add_flag("--smooth", smooth_, "Smooth faces where they meet at less than 40 degrees");
-  app.add_flag("--edges", edges_, "Draw the edges of faces");
-  app.add_flag("--boundary", boundary_, "Draw the edges of exactly one face in colour");
-  app.add_flag("--normals", normals_, "Draw the normals");
-  app.add_option("--texture", textureFile_, "Lay this BMP picture over the texture coordinates");
-  app.add_flag("--checker", checker_, "Lay a checker pattern over the texture coordinates");
-  app.add_option("--up", up_, "Axis of the mesh that points up: y or z")
-      ->check(CLI::IsMember({"y", "z"}))
-      ->capture_default_str();
-  app.add_option("--background", background_, "#rrggbb, white, black or transparent")
-      ->check(CLI::Validator(checkColour, "COLOUR"));
+void ViewOptions::declare(Options& options) {
+  options.flag("--wireframe", wireframe_, "Edges without faces");
+  options.flag("--smooth", smooth_, "Smooth faces where they meet at less than 40 degrees");
+  options.flag("--edges", edges_, "Draw the edges of faces");
+  options.flag("--boundary", boundary_, "Draw the edges of exactly one face in colour");
+  options.flag("--normals", normals_, "Draw the normals");
+  options.value("--texture", "FILE", textureFile_,
+                "Lay this BMP picture over the texture coordinates");
+  options.flag("--checker", checker_, "Lay a checker pattern over the texture coordinates");
+  options.value("--up", "AXIS", up_, "Axis of the mesh that points up: y or z").oneOf({"y", "z"});
+  options.value("--background", "COLOUR", background_, "#rrggbb, white, black or transparent")
+      .checkedBy(checkColour);
 }
 
 view::TextureImage ViewOptions::texture() const {

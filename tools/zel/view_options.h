@@ -1,8 +1,5 @@
 #pragma once
 
-#include <CLI/App.hpp>
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
 #include <memory>
 #include <string>
 
@@ -11,13 +8,14 @@
 #include "tools/view/scene_mesh.h"
 #include "tools/view/texture.h"
 #include "tools/zel/mesh_document.h"
+#include "tools/zel/options.h"
 
 namespace zel::program {
 
 /// The options that pictures and the viewer share.
 struct ViewOptions {
   /// Adds the options to a subcommand.
-  void declare(CLI::App& app);
+  void declare(Options& options);
 
   /// @throws Failure (code 3) when the texture cannot be read.
   [[nodiscard]] view::TextureImage texture() const;

@@ -1,4 +1,4 @@
-#include "tools/zel/commands.h"
+#include "tools/zel/commands/commands.h"
 #include "tools/zel/mesh_transfer.h"
 #include "tools/zel/mesh_weld.h"
 
@@ -8,10 +8,10 @@ namespace {
 
 class ConvertCommand : public Command {
  public:
-  void declare(CLI::App& app) override {
-    files_.declare(app);
-    app.add_flag("--weld", weld_, "Merge coincident nodes (within 0.0001) and repeated faces");
-    app.footer("Example: zel convert bunny.obj bunny.zel");
+  void declare(Options& options) override {
+    files_.declare(options);
+    options.flag("--weld", weld_, "Merge coincident nodes (within 0.0001) and repeated faces");
+    options.example("zel convert bunny.obj bunny.zel");
   }
 
   ExitCode run(const Console& console) override {

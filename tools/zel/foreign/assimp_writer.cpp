@@ -5,8 +5,8 @@
 #include <assimp/Exporter.hpp>
 #include <string_view>
 
-#include "tools/zel/assimp_file.h"
 #include "tools/zel/failure.h"
+#include "tools/zel/foreign/assimp_file.h"
 
 namespace zel::program {
 

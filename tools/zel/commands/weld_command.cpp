@@ -1,11 +1,10 @@
 #include <optional>
 
-#include "tools/zel/commands.h"
+#include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
-#include "tools/zel/json_text.h"
+#include "tools/zel/json.h"
 #include "tools/zel/mesh_transfer.h"
 #include "tools/zel/mesh_weld.h"
-#include "tools/zel/number_option.h"
 #include "tools/zel/number_text.h"
 
 namespace zel::program {
@@ -25,20 +24,22 @@ std::string mapText(const std::vector<int>& newSlots) {
 
 class WeldCommand : public Command {
  public:
-  void declare(CLI::App& app) override {
-    files_.declare(app);
-    CLI::Option* const absolute =
-        app.add_option("--tolerance", tolerance_, "Merge nodes up to this far apart (0.0001)")
-            ->check(notNegative());
-    app.add_option("--relative", relative_, "The tolerance as a part of the bounds' diagonal")
-        ->check(notNegative())
-        ->excludes(absolute);
-    app.add_option("--map", map_, "Write a line OLD NEW for each node to this file");
-    app.add_flag("--json", json_, "One JSON object");
-    app.footer(
-        "A node goes into the lowest-numbered node kept so far within the tolerance. Faces that\n"
-        "collapse are dropped, quads that lose one corner become triangles.\n"
-        "Example: zel weld scan.stl scan.zel --relative 1e-6 --map map.txt");
+  void declare(Options& options) override {
+    files_.declare(options);
+    const Option& absolute = options
+                                 .value("--tolerance", "DISTANCE", tolerance_,
+                                        "Merge nodes up to this far apart (0.0001)")
+                                 .notNegative();
+    options
+        .value("--relative", "PART", relative_, "The tolerance as a part of the bounds' diagonal")
+        .notNegative()
+        .excludes(absolute);
+    options.value("--map", "FILE", map_, "Write a line OLD NEW for each node to this file");
+    options.flag("--json", json_, "One JSON object");
+    options.note(
+        "A node goes into the lowest-numbered node kept so far within the tolerance. Faces that "
+        "collapse are dropped, quads that lose one corner become triangles.");
+    options.example("zel weld scan.stl scan.zel --relative 1e-6 --map map.txt");
   }
 
   ExitCode run(const Console& console) override {
@@ -62,13 +63,13 @@ class WeldCommand : public Command {
 
  private:
   static std::string jsonText(double tolerance, const WeldReport& report) {
-    nlohmann::ordered_json json;
-    json["tolerance"] = tolerance;
-    json["nodesMerged"] = report.nodesMerged;
-    json["facesCollapsed"] = report.facesCollapsed;
-    json["quadsNarrowed"] = report.quadsNarrowed;
-    json["largestMove"] = report.largestMove;
-    return jsonLine(json);
+    Json::Members json;
+    json.emplace_back("tolerance", tolerance);
+    json.emplace_back("nodesMerged", report.nodesMerged);
+    json.emplace_back("facesCollapsed", report.facesCollapsed);
+    json.emplace_back("quadsNarrowed", report.quadsNarrowed);
+    json.emplace_back("largestMove", report.largestMove);
+    return Json(std::move(json)).line();
   }
 
   static std::string text(double tolerance, const WeldReport& report) {

@@ -1,5 +1,5 @@
-#include "tools/zel/commands.h"
-#include "tools/zel/json_text.h"
+#include "tools/zel/commands/commands.h"
+#include "tools/zel/json.h"
 #include "tools/zel/mesh_facts.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
@@ -8,33 +8,31 @@ namespace zel::program {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 std::string jsonText(const std::string& file, const MeshDocument& mesh, const MeshFacts& facts) {
-  Json json;
-  json["file"] = file;
-  json["nodes"] = mesh.nodes.GetAvailableNumM();
-  json["nodeSlots"] = mesh.nodes.GetBoundM();
-  json["triangles"] = mesh.triangles.GetAvailableNumM();
-  json["triangleSlots"] = mesh.triangles.GetBoundM();
-  json["quads"] = mesh.quads.GetAvailableNumM();
-  json["quadSlots"] = mesh.quads.GetBoundM();
-  json["nodeNormals"] = facts.hasNodeNormals;
-  json["textureCoords"] = facts.hasTextureCoords;
-  json["lowest"] = facts.hasBounds ? Json(facts.lowest) : Json();
-  json["highest"] = facts.hasBounds ? Json(facts.highest) : Json();
-  json["area"] = facts.area;
-  json["edges"] = facts.edges;
-  json["shortestEdge"] = facts.shortestEdge;
-  json["meanEdge"] = facts.meanEdge;
-  json["longestEdge"] = facts.longestEdge;
-  json["boundaryEdges"] = facts.defects.openEdges;
-  json["boundaryLoops"] = facts.boundaryLoops;
-  json["boundaryChains"] = facts.boundaryChains;
-  json["components"] = facts.defects.components;
-  json["closed"] = facts.isClosed();
-  json["oriented"] = facts.isOriented();
-  return jsonLine(json);
+  Json::Members json;
+  json.emplace_back("file", file);
+  json.emplace_back("nodes", mesh.nodes.GetAvailableNumM());
+  json.emplace_back("nodeSlots", mesh.nodes.GetBoundM());
+  json.emplace_back("triangles", mesh.triangles.GetAvailableNumM());
+  json.emplace_back("triangleSlots", mesh.triangles.GetBoundM());
+  json.emplace_back("quads", mesh.quads.GetAvailableNumM());
+  json.emplace_back("quadSlots", mesh.quads.GetBoundM());
+  json.emplace_back("nodeNormals", facts.hasNodeNormals);
+  json.emplace_back("textureCoords", facts.hasTextureCoords);
+  json.emplace_back("lowest", facts.hasBounds ? Json(facts.lowest) : Json());
+  json.emplace_back("highest", facts.hasBounds ? Json(facts.highest) : Json());
+  json.emplace_back("area", facts.area);
+  json.emplace_back("edges", facts.edges);
+  json.emplace_back("shortestEdge", facts.shortestEdge);
+  json.emplace_back("meanEdge", facts.meanEdge);
+  json.emplace_back("longestEdge", facts.longestEdge);
+  json.emplace_back("boundaryEdges", facts.defects.openEdges);
+  json.emplace_back("boundaryLoops", facts.boundaryLoops);
+  json.emplace_back("boundaryChains", facts.boundaryChains);
+  json.emplace_back("components", facts.defects.components);
+  json.emplace_back("closed", facts.isClosed());
+  json.emplace_back("oriented", facts.isOriented());
+  return Json(std::move(json)).line();
 }
 
 template <class Elements>
@@ -79,11 +77,11 @@ std::string text(const std::string& file, const MeshDocument& mesh, const MeshFa
 
 class InfoCommand : public Command {
  public:
-  void declare(CLI::App& app) override {
-    app.add_option("files", files_, "Mesh files, or - for standard input")->required();
-    app.add_flag("--json", json_, "One JSON object a line for each file");
-    app.add_option("--from", from_, "Read as this format, whatever the name says");
-    app.footer("Example: zel info bunny.obj --json");
+  void declare(Options& options) override {
+    options.argument("FILES", files_, "Mesh files, or - for standard input").required();
+    options.flag("--json", json_, "One JSON object a line for each file");
+    options.value("--from", "FORMAT", from_, "Read as this format, whatever the name says");
+    options.example("zel info bunny.obj --json");
   }
 
   ExitCode run(const Console& console) override {

@@ -2,7 +2,7 @@
 
 #include "tools/view/graphics_error.h"
 #include "tools/view/render.h"
-#include "tools/zel/commands.h"
+#include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
@@ -16,24 +16,22 @@ namespace {
 
 class RenderCommand : public Command {
  public:
-  void declare(CLI::App& app) override {
-    app.add_option("file", file_, "Mesh file, or - for standard input")->required();
-    app.add_option("-o,--output", output_, "PNG file to write, or - for standard output")
-        ->required();
-    app.add_option("--from", from_, "Read as this format, whatever the name says");
-    const CLI::Range sides(view::kSmallestSide, view::kLargestSide);
-    app.add_option("--width", size_.width, "Pixels")->check(sides)->capture_default_str();
-    app.add_option("--height", size_.height, "Pixels")->check(sides)->capture_default_str();
-    app.add_option("--yaw", yaw_, "Look from so many degrees to the right of the front")
-        ->capture_default_str();
-    app.add_option("--pitch", pitch_, "Look from so many degrees above, -90 to 90")
-        ->check(CLI::Range(-90.0, 90.0))
-        ->capture_default_str();
-    app.add_flag("--orthographic", orthographic_, "Draw without perspective");
-    viewOptions_.declare(app);
-    app.footer(
-        "Needs OpenGL, but no display.\n"
-        "Example: zel render bunny.obj -o bunny.png --smooth --yaw -20");
+  void declare(Options& options) override {
+    options.argument("FILE", file_, "Mesh file, or - for standard input").required();
+    options.value("-o,--output", "FILE", output_, "PNG file to write, or - for standard output")
+        .required();
+    options.value("--from", "FORMAT", from_, "Read as this format, whatever the name says");
+    options.value("--width", "PIXELS", size_.width, "Pixels")
+        .within(view::kSmallestSide, view::kLargestSide);
+    options.value("--height", "PIXELS", size_.height, "Pixels")
+        .within(view::kSmallestSide, view::kLargestSide);
+    options.value("--yaw", "DEGREES", yaw_, "Look from so many degrees to the right of the front");
+    options.value("--pitch", "DEGREES", pitch_, "Look from so many degrees above, -90 to 90")
+        .within(-90.0, 90.0);
+    options.flag("--orthographic", orthographic_, "Draw without perspective");
+    viewOptions_.declare(options);
+    options.note("Needs OpenGL, but no display.");
+    options.example("zel render bunny.obj -o bunny.png --smooth --yaw -20");
   }
 
   ExitCode run(const Console& console) override {

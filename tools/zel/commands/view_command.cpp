@@ -2,7 +2,7 @@
 
 #include "tools/view/graphics_error.h"
 #include "tools/view/viewer.h"
-#include "tools/zel/commands.h"
+#include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
 #include "tools/zel/input_file.h"
 #include "tools/zel/mesh_file.h"
@@ -31,16 +31,17 @@ bool savePicture(const view::Picture& picture, const std::string& file) {
 
 class ViewCommand : public Command {
  public:
-  void declare(CLI::App& app) override {
-    app.add_option("file", file_, "Mesh file, or - for standard input")->required();
-    app.add_option("--from", from_, "Read as this format, whatever the name says");
-    app.add_option("--script", script_, "Play the session written in this file, then end");
-    viewOptions_.declare(app);
-    std::string keys = "In the window:\n";
+  void declare(Options& options) override {
+    options.argument("FILE", file_, "Mesh file, or - for standard input").required();
+    options.value("--from", "FORMAT", from_, "Read as this format, whatever the name says");
+    options.value("--script", "FILE", script_, "Play the session written in this file, then end");
+    viewOptions_.declare(options);
+    std::string keys = "In the window:";
     for (const std::string& line : view::bindingLines()) {
-      keys += "  " + line + "\n";
+      keys += "\n  " + line;
     }
-    app.footer(keys + "Example: zel view bunny.obj --smooth");
+    options.note(keys);
+    options.example("zel view bunny.obj --smooth");
   }
 
   ExitCode run(const Console& console) override {

@@ -1,4 +1,4 @@
-#include "tools/zel/commands.h"
+#include "tools/zel/commands/commands.h"
 #include "tools/zel/mesh_normals.h"
 #include "tools/zel/mesh_transfer.h"
 
@@ -8,18 +8,18 @@ namespace {
 
 class NormalsCommand : public Command {
  public:
-  void declare(CLI::App& app) override {
-    files_.declare(app);
-    app.add_flag("--flat", flat_, "Give each face's corners its own normal, the last face wins")
-        ->excludes(
-            app.add_flag("--smooth", smooth_,
-                         "Give each node the area-weighted mean of its faces (the default)"));
-    app.add_flag("--orient", orient_, "First give neighbouring faces the same winding");
-    app.add_flag("--flip", flip_, "Turn all normals round; the order of the corners stays");
-    app.footer(
-        "Gives faces and nodes normals of unit length, seen from the side from which the corners\n"
-        "run counter-clockwise.\n"
-        "Example: zel normals bunny.obj bunny.zel --smooth");
+  void declare(Options& options) override {
+    files_.declare(options);
+    const Option& smooth = options.flag(
+        "--smooth", smooth_, "Give each node the area-weighted mean of its faces (the default)");
+    options.flag("--flat", flat_, "Give each face's corners its own normal, the last face wins")
+        .excludes(smooth);
+    options.flag("--orient", orient_, "First give neighbouring faces the same winding");
+    options.flag("--flip", flip_, "Turn all normals round; the order of the corners stays");
+    options.note(
+        "Gives faces and nodes normals of unit length, seen from the side from which the corners "
+        "run counter-clockwise.");
+    options.example("zel normals bunny.obj bunny.zel --smooth");
   }
 
   ExitCode run(const Console& console) override {

@@ -1,4 +1,4 @@
-#include "tools/zel/demo_shape.h"
+#include "tools/zel/commands/demo_shape.h"
 
 #include <algorithm>
 #include <cmath>

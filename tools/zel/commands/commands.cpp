@@ -1,4 +1,4 @@
-#include "tools/zel/commands.h"
+#include "tools/zel/commands/commands.h"
 
 namespace zel::program {
 

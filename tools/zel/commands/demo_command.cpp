@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "tools/view/graphics_error.h"
-#include "tools/zel/commands.h"
-#include "tools/zel/demo_shape.h"
+#include "tools/zel/commands/commands.h"
+#include "tools/zel/commands/demo_shape.h"
 #include "tools/zel/failure.h"
 #include "tools/zel/mesh_compare.h"
 #include "tools/zel/mesh_facts.h"
@@ -37,15 +37,14 @@ int countBoundaryEdges(const MeshDocument& mesh) {
 
 class DemoCommand : public Command {
  public:
-  void declare(CLI::App& app) override {
-    app.add_option("--triangles", triangles_, "About how many triangles to make")
-        ->check(CLI::Range(1000, 10'000'000))
-        ->capture_default_str();
-    app.add_option("--output", output_, "The document to save")->capture_default_str();
-    app.footer(
-        "Makes a shape, scatters it as loose triangles, welds it, saves it, reads it back and\n"
-        "compares. Exit code 1 tells that something did not come out as it must.\n"
-        "Example: zel demo --triangles 1000000");
+  void declare(Options& options) override {
+    options.value("--triangles", "COUNT", triangles_, "About how many triangles to make")
+        .within(1000, 10'000'000);
+    options.value("--output", "FILE", output_, "The document to save");
+    options.note(
+        "Makes a shape, scatters it as loose triangles, welds it, saves it, reads it back and "
+        "compares. Exit code 1 tells that something did not come out as it must.");
+    options.example("zel demo --triangles 1000000");
   }
 
   ExitCode run(const Console& console) override {

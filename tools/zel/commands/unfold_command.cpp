@@ -1,5 +1,5 @@
-#include "tools/zel/commands.h"
-#include "tools/zel/json_text.h"
+#include "tools/zel/commands/commands.h"
+#include "tools/zel/json.h"
 #include "tools/zel/mesh_transfer.h"
 #include "tools/zel/mesh_unfold.h"
 #include "tools/zel/number_text.h"
@@ -9,16 +9,16 @@ namespace zel::program {
 namespace {
 
 std::string jsonOf(const std::string& file, const UnfoldReport& report) {
-  nlohmann::ordered_json json;
-  json["file"] = file;
-  json["components"] = report.components;
-  json["unfoldedFaces"] = report.unfoldedFaces;
-  json["unreachedFaces"] = report.unreachedFaces;
-  json["flippedFaces"] = report.flippedFaces;
-  json["overlappingFaces"] = report.overlappingFaces;
-  json["meanLengthError"] = report.meanLengthError;
-  json["worstLengthError"] = report.worstLengthError;
-  return jsonLine(json);
+  Json::Members json;
+  json.emplace_back("file", file);
+  json.emplace_back("components", report.components);
+  json.emplace_back("unfoldedFaces", report.unfoldedFaces);
+  json.emplace_back("unreachedFaces", report.unreachedFaces);
+  json.emplace_back("flippedFaces", report.flippedFaces);
+  json.emplace_back("overlappingFaces", report.overlappingFaces);
+  json.emplace_back("meanLengthError", report.meanLengthError);
+  json.emplace_back("worstLengthError", report.worstLengthError);
+  return Json(std::move(json)).line();
 }
 
 std::string textOf(const std::string& file, const UnfoldReport& report) {
@@ -36,15 +36,14 @@ std::string textOf(const std::string& file, const UnfoldReport& report) {
 
 class UnfoldCommand : public Command {
  public:
-  void declare(CLI::App& app) override {
-    files_.declare(app);
-    app.add_option("--svg", svg_, "Draw the layout to this SVG file");
-    app.add_flag("--json", json_, "The report as one line of JSON");
-    app.footer(
-        "Unfolds the triangles into the plane, each beside the one it was reached from, and "
-        "stores\n"
-        "the result as texture coordinates in the unit of the mesh.\n"
-        "Example: zel unfold spot.obj spot.zel --svg spot.svg");
+  void declare(Options& options) override {
+    files_.declare(options);
+    options.value("--svg", "FILE", svg_, "Draw the layout to this SVG file");
+    options.flag("--json", json_, "The report as one line of JSON");
+    options.note(
+        "Unfolds the triangles into the plane, each beside the one it was reached from, and stores "
+        "the result as texture coordinates in the unit of the mesh.");
+    options.example("zel unfold spot.obj spot.zel --svg spot.svg");
   }
 
   ExitCode run(const Console& console) override {

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <array>
 
-#include "tools/zel/commands.h"
-#include "tools/zel/json_text.h"
+#include "tools/zel/commands/commands.h"
+#include "tools/zel/json.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
 
@@ -31,20 +31,20 @@ constexpr std::array<DefectClass, 9> kDefectClasses = {{
 
 class CheckCommand : public Command {
  public:
-  void declare(CLI::App& app) override {
+  void declare(Options& options) override {
     std::vector<std::string> names;
     for (const DefectClass& defect : kDefectClasses) {
       names.emplace_back(defect.name);
     }
-    app.add_option("files", files_, "Mesh files, or - for standard input")->required();
-    app.add_option("--ignore", ignored_, "A class of defect that shall not count; may be repeated")
-        ->check(CLI::IsMember(names))
-        ->allow_extra_args(false);
-    app.add_flag("--json", json_, "One JSON object a line for each file");
-    app.add_option("--from", from_, "Read as this format, whatever the name says");
-    app.footer(
-        "Exit code 1 tells that a file has a defect.\n"
-        "Example: zel check bunny.obj --ignore openEdges");
+    options.argument("FILES", files_, "Mesh files, or - for standard input").required();
+    options
+        .value("--ignore", "CLASS", ignored_,
+               "A class of defect that shall not count; may be repeated")
+        .oneOf(names);
+    options.flag("--json", json_, "One JSON object a line for each file");
+    options.value("--from", "FORMAT", from_, "Read as this format, whatever the name says");
+    options.note("Exit code 1 tells that a file has a defect.");
+    options.example("zel check bunny.obj --ignore openEdges");
   }
 
   ExitCode run(const Console& console) override {
@@ -70,13 +70,13 @@ class CheckCommand : public Command {
   }
 
   [[nodiscard]] std::string jsonText(const std::string& file, const MeshDefects& defects) const {
-    nlohmann::ordered_json json;
-    json["file"] = file;
+    Json::Members json;
+    json.emplace_back("file", file);
     for (const DefectClass& defect : kDefectClasses) {
-      json[defect.name] = defects.*defect.count;
+      json.emplace_back(defect.name, defects.*defect.count);
     }
-    json["sound"] = !hasAny(defects);
-    return jsonLine(json);
+    json.emplace_back("sound", !hasAny(defects));
+    return Json(std::move(json)).line();
   }
 
   [[nodiscard]] std::string text(const std::string& file, const MeshDefects& defects) const {

@@ -1,18 +1,15 @@
 #include <optional>
 
-#include "tools/zel/commands.h"
+#include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
-#include "tools/zel/json_text.h"
+#include "tools/zel/json.h"
 #include "tools/zel/mesh_file.h"
-#include "tools/zel/number_option.h"
 #include "tools/zel/number_text.h"
 #include "tools/zel/point_fit.h"
 
 namespace zel::program {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 struct Fits {
   int points = 0;
@@ -52,34 +49,35 @@ Fits fitAll(const Point3DArr& points, const std::vector<int>& slots) {
   return fits;
 }
 
+Json jsonOf(const FittedPlane& plane) {
+  return Json::Members{{"normal", plane.normal}, {"d", plane.d}, {"shapeError", plane.shapeError}};
+}
+
+Json jsonOf(const FittedLine& line) {
+  return Json::Members{{"point", line.point},
+                       {"direction", line.direction},
+                       {"shapeError", line.shapeError},
+                       {"averageDistance", line.averageDistance}};
+}
+
+Json jsonOf(const FittedCircle& circle) {
+  return Json::Members{{"centre", circle.centre},
+                       {"normal", circle.normal},
+                       {"radius", circle.radius},
+                       {"shapeError", circle.shapeError}};
+}
+
 Json jsonOf(const std::string& file, const Fits& fits) {
-  Json json;
-  json["file"] = file;
-  json["points"] = fits.points;
-  json["extents"] = fits.points > 0 ? Json(fits.extents) : Json();
-  json["diameter"] = fits.diameter;
-  json["farthestPoints"] = fits.farthest[0] >= 0 ? Json(fits.farthest) : Json();
-  json["plane"] = Json();
-  json["line"] = Json();
-  json["circle"] = Json();
-  if (fits.plane) {
-    json["plane"] = {{"normal", fits.plane->normal},
-                     {"d", fits.plane->d},
-                     {"shapeError", fits.plane->shapeError}};
-  }
-  if (fits.line) {
-    json["line"] = {{"point", fits.line->point},
-                    {"direction", fits.line->direction},
-                    {"shapeError", fits.line->shapeError},
-                    {"averageDistance", fits.line->averageDistance}};
-  }
-  if (fits.circle) {
-    json["circle"] = {{"centre", fits.circle->centre},
-                      {"normal", fits.circle->normal},
-                      {"radius", fits.circle->radius},
-                      {"shapeError", fits.circle->shapeError}};
-  }
-  return json;
+  Json::Members json;
+  json.emplace_back("file", file);
+  json.emplace_back("points", fits.points);
+  json.emplace_back("extents", fits.points > 0 ? Json(fits.extents) : Json());
+  json.emplace_back("diameter", fits.diameter);
+  json.emplace_back("farthestPoints", fits.farthest[0] >= 0 ? Json(fits.farthest) : Json());
+  json.emplace_back("plane", fits.plane ? jsonOf(*fits.plane) : Json());
+  json.emplace_back("line", fits.line ? jsonOf(*fits.line) : Json());
+  json.emplace_back("circle", fits.circle ? jsonOf(*fits.circle) : Json());
+  return {std::move(json)};
 }
 
 std::string textOf(const std::string& file, const Fits& fits) {
@@ -115,17 +113,18 @@ std::string textOf(const std::string& file, const Fits& fits) {
 
 class FitCommand : public Command {
  public:
-  void declare(CLI::App& app) override {
-    app.add_option("files", files_, "Mesh files, or - for standard input")->required();
-    app.add_option("--points", points_, "Node numbers to use, separated by commas; else all")
-        ->delimiter(',')
-        ->check(notNegative());
-    app.add_flag("--json", json_, "One JSON object a line for each file");
-    app.add_option("--from", from_, "Read as this format, whatever the name says");
-    app.footer(
-        "Fits a plane, a line and a circle to the points and tells extents and shape errors (the\n"
-        "root of the summed squared deviations from the mean distance, divided by the count).\n"
-        "Example: zel fit bunny.obj --points 12,40,77,105 --json");
+  void declare(Options& options) override {
+    options.argument("FILES", files_, "Mesh files, or - for standard input").required();
+    options
+        .value("--points", "NUMBERS", points_, "Node numbers to use, separated by commas; else all")
+        .separatedBy(',')
+        .notNegative();
+    options.flag("--json", json_, "One JSON object a line for each file");
+    options.value("--from", "FORMAT", from_, "Read as this format, whatever the name says");
+    options.note(
+        "Fits a plane, a line and a circle to the points and tells extents and shape errors (the "
+        "root of the summed squared deviations from the mean distance, divided by the count).");
+    options.example("zel fit bunny.obj --points 12,40,77,105 --json");
   }
 
   ExitCode run(const Console& console) override {
@@ -136,7 +135,7 @@ class FitCommand : public Command {
         slots = NodeNumbering(mesh.nodes).slots;
       }
       const Fits fits = fitAll(chosenPoints(mesh, slots, file), slots);
-      console.result(json_ ? jsonLine(jsonOf(file, fits)) : textOf(file, fits));
+      console.result(json_ ? jsonOf(file, fits).line() : textOf(file, fits));
       return ExitCode::kDone;
     });
   }

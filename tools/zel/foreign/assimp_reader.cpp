@@ -6,8 +6,8 @@
 #include <limits>
 #include <string>
 
-#include "tools/zel/assimp_file.h"
 #include "tools/zel/failure.h"
+#include "tools/zel/foreign/assimp_file.h"
 #include "tools/zel/word_scanner.h"
 
 namespace zel::program {

@@ -1,10 +1,9 @@
 #include <optional>
 
-#include "tools/zel/commands.h"
-#include "tools/zel/json_text.h"
+#include "tools/zel/commands/commands.h"
+#include "tools/zel/json.h"
 #include "tools/zel/mesh_compare.h"
 #include "tools/zel/mesh_file.h"
-#include "tools/zel/number_option.h"
 #include "tools/zel/number_text.h"
 
 namespace zel::program {
@@ -13,18 +12,19 @@ namespace {
 
 class DiffCommand : public Command {
  public:
-  void declare(CLI::App& app) override {
-    app.add_option("first", first_, "Mesh file, or - for standard input")->required();
-    app.add_option("second", second_, "Mesh file")->required();
-    app.add_option("--tolerance", tolerance_,
-                   "Points may lie this far apart; normals and texture coordinates are left out")
-        ->check(notNegative());
-    app.add_flag("--json", json_, "One JSON object");
-    app.add_option("--from", from_, "Read both as this format, whatever the names say");
-    app.footer(
-        "Without --tolerance every bit counts: points, faces and their normals, and node normals\n"
-        "and texture coordinates when both meshes have some. Exit code 1 tells of a difference.\n"
-        "Example: zel diff before.zel after.stl --tolerance 0.0001");
+  void declare(Options& options) override {
+    options.argument("FIRST", first_, "Mesh file, or - for standard input").required();
+    options.argument("SECOND", second_, "Mesh file").required();
+    options
+        .value("--tolerance", "DISTANCE", tolerance_,
+               "Points may lie this far apart; normals and texture coordinates are left out")
+        .notNegative();
+    options.flag("--json", json_, "One JSON object");
+    options.value("--from", "FORMAT", from_, "Read both as this format, whatever the names say");
+    options.note(
+        "Without --tolerance every bit counts: points, faces and their normals, and node normals "
+        "and texture coordinates when both meshes have some. Exit code 1 tells of a difference.");
+    options.example("zel diff before.zel after.stl --tolerance 0.0001");
   }
 
   ExitCode run(const Console& console) override {
@@ -40,11 +40,11 @@ class DiffCommand : public Command {
 
  private:
   static std::string jsonText(const MeshDifference& difference) {
-    nlohmann::ordered_json json;
-    json["same"] = difference.findings.empty();
-    json["findings"] = difference.findings;
-    json["largestMove"] = difference.largestMove;
-    return jsonLine(json);
+    Json::Members json;
+    json.emplace_back("same", difference.findings.empty());
+    json.emplace_back("findings", difference.findings);
+    json.emplace_back("largestMove", difference.largestMove);
+    return Json(std::move(json)).line();
   }
 
   static std::string text(const MeshDifference& difference) {

@@ -1,6 +1,6 @@
-#include "tools/zel/commands.h"
+#include "tools/zel/commands/commands.h"
 #include "tools/zel/file_format.h"
-#include "tools/zel/json_text.h"
+#include "tools/zel/json.h"
 
 namespace zel::program {
 
@@ -8,9 +8,9 @@ namespace {
 
 class FormatsCommand : public Command {
  public:
-  void declare(CLI::App& app) override {
-    app.add_flag("--json", json_, "One JSON array");
-    app.footer("Example: zel formats --json");
+  void declare(Options& options) override {
+    options.flag("--json", json_, "One JSON array");
+    options.example("zel formats --json");
   }
 
   ExitCode run(const Console& console) override {
@@ -20,11 +20,12 @@ class FormatsCommand : public Command {
 
  private:
   static std::string jsonText() {
-    nlohmann::ordered_json json = nlohmann::ordered_json::array();
+    Json::Elements json;
     for (const FileFormat& format : fileFormats()) {
-      json.push_back({{"name", format.name}, {"reads", true}, {"writes", format.isWritten}});
+      json.emplace_back(
+          Json::Members{{"name", format.name}, {"reads", true}, {"writes", format.isWritten}});
     }
-    return jsonLine(json);
+    return Json(std::move(json)).line();
   }
 
   static std::string text() {
