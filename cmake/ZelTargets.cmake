@@ -14,6 +14,15 @@ target_compile_options(zel_rules INTERFACE
   -ffp-contract=off # one rounding per written operation, on every machine
   -fsigned-char     # the delete tag and CharArr compare characters as signed
   $<$<BOOL:${ZEL_WERROR}>:-Werror>)
+# How much of its own state the library checks; see zel/core/detail/check.h.
+if(ZEL_SANITIZE)
+  set(zel_checks 2)
+elseif(CMAKE_BUILD_TYPE STREQUAL Debug)
+  set(zel_checks 1)
+else()
+  set(zel_checks 0)
+endif()
+target_compile_definitions(zel_rules INTERFACE ZEL_CHECKS=${zel_checks})
 if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   # x87 arithmetic would keep excess precision and move the snapping points.
   target_compile_options(zel_rules INTERFACE -msse2 -mfpmath=sse)
