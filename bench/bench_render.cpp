@@ -5,9 +5,9 @@
 #include <cmath>
 #include <numbers>
 
-#include "tools/view/offscreen_context.h"
-#include "tools/view/render.h"
-#include "tools/view/scene_painter.h"
+#include "tools/view/pictures/offscreen_context.h"
+#include "tools/view/pictures/render.h"
+#include "tools/view/pictures/scene_painter.h"
 #include "zel/zel.h"
 
 namespace {

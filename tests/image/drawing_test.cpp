@@ -6,7 +6,7 @@
 #include <array>
 
 #include "support/meshes.h"
-#include "tools/view/offscreen_context.h"
+#include "tools/view/pictures/offscreen_context.h"
 
 namespace {
 

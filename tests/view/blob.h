@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tools/view/picture.h"
+#include "tools/view/pictures/picture.h"
 
 namespace zel::test {
 

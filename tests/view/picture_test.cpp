@@ -1,11 +1,11 @@
-#include "tools/view/picture.h"
+#include "tools/view/pictures/picture.h"
 
 #include <GL/gl.h>
 #include <gtest/gtest.h>
 
 #include "support/png_reading.h"
-#include "tools/view/offscreen_context.h"
-#include "tools/view/picture_mean.h"
+#include "tools/view/pictures/offscreen_context.h"
+#include "tools/view/pictures/picture_mean.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tools/view/render.h"
+#include "tools/view/pictures/render.h"
 
 #include <gtest/gtest.h>
 

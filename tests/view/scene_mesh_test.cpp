@@ -1,11 +1,11 @@
-#include "tools/view/scene_mesh.h"
+#include "tools/view/pictures/scene_mesh.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 #include "scene_shapes.h"
-#include "tools/view/scene_lines.h"
+#include "tools/view/pictures/scene_lines.h"
 
 namespace {
 

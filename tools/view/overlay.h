@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/view/camera.h"
+#include "tools/view/pictures/camera.h"
 
 namespace zel::view {
 

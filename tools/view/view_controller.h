@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "tools/view/bindings.h"
-#include "tools/view/camera.h"
-#include "tools/view/draw_options.h"
+#include "tools/view/pictures/camera.h"
+#include "tools/view/pictures/draw_options.h"
 #include "zel/core/desktop_types.h"
 
 namespace zel::view {

@@ -8,10 +8,10 @@
 #include <filesystem>
 #include <string_view>
 
-#include "tools/view/graphics_error.h"
-#include "tools/view/offscreen_context.h"
 #include "tools/view/overlay.h"
-#include "tools/view/picture_mean.h"
+#include "tools/view/pictures/graphics_error.h"
+#include "tools/view/pictures/offscreen_context.h"
+#include "tools/view/pictures/picture_mean.h"
 #include "zel/core/desktop.h"
 
 namespace zel::view {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/view/scene_painter.h"
+#include "tools/view/pictures/scene_painter.h"
 #include "tools/view/sdl_platform.h"
 #include "tools/view/session_script.h"
 #include "tools/view/view_controller.h"

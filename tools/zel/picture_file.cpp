@@ -1,6 +1,6 @@
 #include "tools/zel/picture_file.h"
 
-#include "tools/view/render.h"
+#include "tools/view/pictures/render.h"
 #include "tools/zel/output_file.h"
 #include "tools/zel/view_options.h"
 

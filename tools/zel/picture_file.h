@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "tools/view/picture.h"
+#include "tools/view/pictures/picture.h"
 #include "tools/zel/mesh_document.h"
 
 namespace zel::program {

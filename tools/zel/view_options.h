@@ -3,10 +3,10 @@
 #include <memory>
 #include <string>
 
-#include "tools/view/camera.h"
-#include "tools/view/draw_options.h"
-#include "tools/view/scene_mesh.h"
-#include "tools/view/texture.h"
+#include "tools/view/pictures/camera.h"
+#include "tools/view/pictures/draw_options.h"
+#include "tools/view/pictures/scene_mesh.h"
+#include "tools/view/pictures/texture.h"
 #include "tools/zel/mesh_document.h"
 #include "tools/zel/options.h"
 

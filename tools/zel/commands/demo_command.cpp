@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <utility>
 
-#include "tools/view/graphics_error.h"
+#include "tools/view/pictures/graphics_error.h"
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/commands/demo_shape.h"
 #include "tools/zel/failure.h"

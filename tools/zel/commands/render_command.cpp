@@ -1,7 +1,7 @@
 #include <chrono>
 
-#include "tools/view/graphics_error.h"
-#include "tools/view/render.h"
+#include "tools/view/pictures/graphics_error.h"
+#include "tools/view/pictures/render.h"
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
 #include "tools/zel/mesh_file.h"

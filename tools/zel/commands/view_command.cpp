@@ -1,6 +1,6 @@
 #include <filesystem>
 
-#include "tools/view/graphics_error.h"
+#include "tools/view/pictures/graphics_error.h"
 #include "tools/view/viewer.h"
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"

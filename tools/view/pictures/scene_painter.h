@@ -3,11 +3,11 @@
 #include <array>
 #include <vector>
 
-#include "tools/view/camera.h"
-#include "tools/view/draw_options.h"
-#include "tools/view/scene_lines.h"
-#include "tools/view/scene_mesh.h"
-#include "tools/view/texture.h"
+#include "tools/view/pictures/camera.h"
+#include "tools/view/pictures/draw_options.h"
+#include "tools/view/pictures/scene_lines.h"
+#include "tools/view/pictures/scene_mesh.h"
+#include "tools/view/pictures/texture.h"
 
 namespace zel::view {
 

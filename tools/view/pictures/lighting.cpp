@@ -1,4 +1,4 @@
-#include "tools/view/lighting.h"
+#include "tools/view/pictures/lighting.h"
 
 #include <GL/gl.h>
 

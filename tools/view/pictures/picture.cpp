@@ -1,4 +1,4 @@
-#include "tools/view/picture.h"
+#include "tools/view/pictures/picture.h"
 
 #include <png.h>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "tools/view/camera.h"
-#include "tools/view/draw_options.h"
-#include "tools/view/picture.h"
-#include "tools/view/scene_mesh.h"
-#include "tools/view/texture.h"
+#include "tools/view/pictures/camera.h"
+#include "tools/view/pictures/draw_options.h"
+#include "tools/view/pictures/picture.h"
+#include "tools/view/pictures/scene_mesh.h"
+#include "tools/view/pictures/texture.h"
 
 namespace zel::view {
 

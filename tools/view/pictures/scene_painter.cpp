@@ -1,8 +1,8 @@
-#include "tools/view/scene_painter.h"
+#include "tools/view/pictures/scene_painter.h"
 
 #include <GL/gl.h>
 
-#include "tools/view/lighting.h"
+#include "tools/view/pictures/lighting.h"
 
 namespace zel::view {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tools/view/font.h"
+#include "tools/view/pictures/font.h"
 
 namespace zel::view {
 

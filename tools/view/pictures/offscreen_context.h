@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "tools/view/picture.h"
+#include "tools/view/pictures/picture.h"
 
 namespace zel::view {
 

@@ -1,4 +1,4 @@
-#include "tools/view/camera.h"
+#include "tools/view/pictures/camera.h"
 
 #include <GL/gl.h>
 

@@ -1,4 +1,4 @@
-#include "tools/view/scene_mesh.h"
+#include "tools/view/pictures/scene_mesh.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "tools/view/texture.h"
+#include "tools/view/pictures/texture.h"
 
 #include <GL/gl.h>
 

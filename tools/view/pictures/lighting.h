@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/view/picture.h"
+#include "tools/view/pictures/picture.h"
 
 namespace zel::view {
 

@@ -1,9 +1,9 @@
-#include "tools/view/render.h"
+#include "tools/view/pictures/render.h"
 
 #include <cstdint>
 
-#include "tools/view/offscreen_context.h"
-#include "tools/view/scene_painter.h"
+#include "tools/view/pictures/offscreen_context.h"
+#include "tools/view/pictures/scene_painter.h"
 
 namespace zel::view {
 namespace {

@@ -1,4 +1,4 @@
-#include "tools/view/scene_lines.h"
+#include "tools/view/pictures/scene_lines.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // Bitmaps of the printable ASCII characters, taken from the X Window System's font 8x13, which is
 // in the public domain.
-#include "tools/view/font.h"
+#include "tools/view/pictures/font.h"
 
 namespace zel::view {
 

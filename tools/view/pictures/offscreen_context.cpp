@@ -1,4 +1,4 @@
-#include "tools/view/offscreen_context.h"
+#include "tools/view/pictures/offscreen_context.h"
 
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <array>
 
-#include "tools/view/graphics_error.h"
+#include "tools/view/pictures/graphics_error.h"
 
 namespace zel::view {
 namespace {

@@ -3,7 +3,7 @@
 #include <array>
 #include <vector>
 
-#include "tools/view/scene_mesh.h"
+#include "tools/view/pictures/scene_mesh.h"
 
 namespace zel::view {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "tools/view/camera.h"
+#include "tools/view/pictures/camera.h"
 
 namespace zel::view {
 

@@ -1,4 +1,4 @@
-#include "tools/view/picture_mean.h"
+#include "tools/view/pictures/picture_mean.h"
 
 #include <GL/gl.h>
 
