@@ -13,7 +13,9 @@ set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_GROUPING IGNORE)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS $<TARGET_FILE_DIR:zel>)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/zel)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 set(zel_soname_package libzel${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
@@ -43,7 +45,6 @@ zel_package(library ${zel_soname_package} libs
 text files, geometry, curves and textures for desktop 3D modelling.
 .
 This package holds the shared library.")
-set(CPACK_DEBIAN_LIBRARY_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/packaging/triggers)
 zel_package(development libzel-dev libdevel
   "services for 3D modelling applications - development files"
@@ -53,9 +54,10 @@ set(CPACK_COMPONENTS_ALL library development)
 if(ZEL_BUILD_TOOLS)
   zel_package(tools zel graphics
     "look into, weld, convert, compare and draw 3D meshes"
-    "The program zel reads and writes mesh files, finds what is wrong with a mesh,
-welds, orients and unfolds it, fits planes, lines and circles, and draws it in a
-window or into a picture.")
+    "The program zel reads and writes mesh files, finds what is wrong with a
+mesh, welds, orients and unfolds it, fits planes, lines and circles, and
+draws it in a window or into a picture."
+    "${zel_soname_package} (>= ${PROJECT_VERSION})")
   list(APPEND CPACK_COMPONENTS_ALL tools)
 endif()
 if(ZEL_BUILD_PYTHON)
@@ -63,7 +65,7 @@ if(ZEL_BUILD_PYTHON)
     "services for 3D modelling applications - Python module"
     "The Python module zel: meshes as values over NumPy arrays, with the algorithms
 and file formats of libzel."
-    "python3 (>= 3.11), python3 (<< 3.12), python3-numpy")
+    "${zel_soname_package} (>= ${PROJECT_VERSION}), python3 (>= 3.11), python3 (<< 3.12), python3-numpy")
   list(APPEND CPACK_COMPONENTS_ALL python)
 endif()
 

@@ -8,7 +8,8 @@ root=$(mktemp -d)
 trap 'rm -rf --one-file-system "$root"' EXIT
 
 say() { printf '\n-- %s\n' "$*"; }
-inside() { chroot "$root" "$@"; }
+# Without the flags of whoever runs this.
+inside() { env -u LDFLAGS -u CXXFLAGS -u CMAKE_CXX_COMPILER_LAUNCHER chroot "$root" "$@"; }
 
 say "setting up a bare Debian with the apt sources of this machine"
 mmdebstrap --quiet --variant=apt --include=g++,cmake,make,pkg-config \
@@ -20,11 +21,11 @@ cp "$here"/../tests/install/consumer/* "$root/consumer"
 inside apt-get update -qq
 
 say "installing"
-inside sh -c 'DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends /packages/*.deb' >/dev/null
-inside dpkg-query -W 'libzel*' zel 'python3-zel*'
+inside sh -ec 'DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends /packages/*.deb' >/dev/null
+inside sh -ec 'dpkg-query -W "*zel*"'
 
 say "using"
-inside sh -c 'printf "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n" > /tmp/a.obj
+inside sh -ec 'printf "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n" > /tmp/a.obj
   zel info /tmp/a.obj && zel convert /tmp/a.obj /tmp/a.stl && zel view --help >/dev/null
   cmake -S /consumer -B /tmp/consumer >/dev/null && cmake --build /tmp/consumer >/dev/null
   /tmp/consumer/consumer
@@ -35,7 +36,7 @@ if ls "$packages"/python3-zel*.deb >/dev/null 2>&1; then
 fi
 
 say "removing"
-inside sh -c 'apt-get purge -y -qq "libzel*" zel "python3-zel*"' >/dev/null
+inside sh -ec 'apt-get purge -y -qq $(dpkg-query -W -f "\${Package} " "*zel*")' >/dev/null
 left=$(inside find / -xdev -path /packages -prune -o -path /proc -prune -o -path /tmp -prune \
   -o \( -name '*zel*' -not -path '/consumer/*' -not -path '/var/*' -print \))
 [ -z "$left" ] || { echo "left behind: $left"; exit 1; }
