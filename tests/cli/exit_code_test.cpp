@@ -41,36 +41,13 @@ TEST_F(ExitCodes, helpAndGuideShowTheSameTable) {
 TEST_F(ExitCodes, helpAndVersionAreNoFailures) {
   EXPECT_EQ(exitCode({"--help"}), 0);
   EXPECT_EQ(exitCode({"--version"}), 0);
-  for (const char* command : {"info", "check", "convert", "diff", "weld", "normals", "unfold",
-                              "fit", "formats", "render", "view", "demo"}) {
+  for (const char* command :
+       {"info", "check", "convert", "diff", "weld", "normals", "unfold", "fit", "formats", "render",
+        "view", "demo", "help", "version", "completion"}) {
     const ProgramRun done = run({command, "--help"});
     EXPECT_EQ(done.exitCode, 0) << command;
     EXPECT_NE(done.out.find("Example: zel " + std::string(command)), std::string::npos) << done.out;
   }
-}
-
-TEST_F(ExitCodes, wrongUsageGivesTwo) {
-  write("a.obj", tetrahedronObj());
-  const Arguments wrong[] = {{},
-                             {"nonsense"},
-                             {"info"},
-                             {"info", "a.obj", "--nonsense"},
-                             {"info", "a.obj", "--from", "nonsense"},
-                             {"convert", "a.obj"},
-                             {"convert", "a.obj", "b.zel", "--to", "off"},
-                             {"diff", "a.obj", "a.obj", "--tolerance", "-1"},
-                             {"diff", "a.obj", "a.obj", "--tolerance", "1,5"},
-                             {"diff", "a.obj", "a.obj", "--tolerance", "nan"},
-                             {"weld", "a.obj", "b.zel", "--tolerance", "nan"},
-                             {"weld", "a.obj", "b.zel", "--relative", "inf"},
-                             {"demo", "--triangles", "5"}};
-  for (const auto& arguments : wrong) {
-    const ProgramRun done = run(arguments);
-    EXPECT_EQ(done.exitCode, 2) << testing::PrintToString(arguments) << done.err;
-    EXPECT_FALSE(done.err.empty());
-  }
-  EXPECT_EQ(run({"nonsense"}).err, "zel: nonsense: wrong usage: no such subcommand\n");
-  EXPECT_FALSE(exists("b.zel"));
 }
 
 TEST_F(ExitCodes, unreadableInputsGiveThreeAndOneLine) {

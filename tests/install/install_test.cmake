@@ -20,6 +20,16 @@ if(internals)
   message(FATAL_ERROR "internal headers were installed: ${internals}")
 endif()
 
+if(EXISTS ${prefix}/bin/zel)
+  foreach(paper man/man1/zel.1 bash-completion/completions/zel zsh/site-functions/_zel
+      fish/vendor_completions.d/zel.fish)
+    file(SIZE ${prefix}/share/${paper} size)
+    if(size LESS 1000)
+      message(FATAL_ERROR "${paper} has ${size} bytes only")
+    endif()
+  endforeach()
+endif()
+
 must(${CMAKE_COMMAND} -S ${SOURCE_DIR}/consumer -B ${WORK_DIR}/consumer
   -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${CXX_FLAGS})
 must(${CMAKE_COMMAND} --build ${WORK_DIR}/consumer)

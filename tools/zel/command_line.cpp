@@ -13,10 +13,6 @@ namespace zel::program {
 
 namespace {
 
-Failure misuse(const std::string& word, const std::string& why) {
-  return {ExitCode::kUsage, word, "wrong usage", why};
-}
-
 constexpr const char* kMissingWord = "the word that it takes is missing";
 
 bool takesNextWord(const Option& option, const std::string& word) {
@@ -141,6 +137,14 @@ class Sorter {
 
 }  // namespace
 
+const Verb& verbNamed(const ProgramUsage& usage, const std::string& name) {
+  const auto verb = std::ranges::find(usage.verbs, name, &Verb::name);
+  if (verb == usage.verbs.end()) {
+    throw misuse(name, "no such subcommand");
+  }
+  return *verb;
+}
+
 std::optional<std::size_t> findVerb(const std::vector<std::string>& words, const Options& common) {
   for (std::size_t k = 0; k < words.size(); ++k) {
     if (words[k].empty() || words[k][0] != '-') {
@@ -153,13 +157,13 @@ std::optional<std::size_t> findVerb(const std::vector<std::string>& words, const
 }
 
 void parseWords(const std::vector<std::string>& words, const Options& common, const Verb& verb,
-                const bool& isHelpOnly) {
+                const std::function<bool()>& isDone) {
   Sorter sorter(verb.name);
   sorter.declare(common);
   sorter.declare(verb.options);
   sorter.sort(words);
   sorter.hand(common);
-  if (!isHelpOnly) {
+  if (!isDone()) {
     sorter.placeArguments();
     sorter.hand(verb.options);
   }

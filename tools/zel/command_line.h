@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,6 +17,15 @@ struct Verb {
   Options options;
 };
 
+/// All that the program understands.
+struct ProgramUsage {
+  Options common;  ///< options of all subcommands
+  std::vector<Verb> verbs;
+};
+
+/// @return the subcommand. @throws Failure (code 2) when there is none of that name.
+[[nodiscard]] const Verb& verbNamed(const ProgramUsage& usage, const std::string& name);
+
 /// @return the place of the first word that is no option and that no option of all subcommands
 ///         takes, or nothing.
 [[nodiscard]] std::optional<std::size_t> findVerb(const std::vector<std::string>& words,
@@ -24,9 +34,9 @@ struct Verb {
 /// Hands every word to the option it belongs to.
 /// @param words  all words of the command line but the program and the subcommand.
 /// @param common options of all subcommands; these are handed over first.
-/// @param isHelpOnly asked after that: whether the subcommand's own need not be complete or right.
+/// @param isDone asked after that: whether all else need not be complete or right.
 /// @throws Failure (code 2) with the word at fault, or the subcommand when one is missing.
 void parseWords(const std::vector<std::string>& words, const Options& common, const Verb& verb,
-                const bool& isHelpOnly);
+                const std::function<bool()>& isDone);
 
 }  // namespace zel::program

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include <array>
 
 namespace zel::program {
 
@@ -18,7 +18,21 @@ enum class ExitCode {
 /// The worse of two answers: over many files the program ends with the worst one.
 [[nodiscard]] inline ExitCode worse(ExitCode a, ExitCode b) { return a < b ? b : a; }
 
-/// One line per code, for `--help`.
-[[nodiscard]] std::string exitCodeTable();
+/// What a code means, for people.
+struct ExitCodeMeaning {
+  ExitCode code;
+  const char* meaning;
+};
+
+/// All codes, from 0 on.
+inline constexpr std::array<ExitCodeMeaning, 7> kExitCodes = {{
+    {ExitCode::kDone, "done"},
+    {ExitCode::kFound, "a check or comparison found something"},
+    {ExitCode::kUsage, "wrong usage"},
+    {ExitCode::kUnreadable, "an input cannot be read or is malformed"},
+    {ExitCode::kUnwritable, "an output cannot be written"},
+    {ExitCode::kExhausted, "out of memory or over a limit"},
+    {ExitCode::kNoGraphics, "no graphics"},
+}};
 
 }  // namespace zel::program

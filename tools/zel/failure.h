@@ -40,6 +40,11 @@ class Failure {
   return {ExitCode::kExhausted, file, "too large", why};
 }
 
+/// A command line that cannot be followed. @param word what of it is at fault.
+[[nodiscard]] inline Failure misuse(const std::string& word, const std::string& why) {
+  return {ExitCode::kUsage, word, "wrong usage", why};
+}
+
 /// The system's text for an error number.
 [[nodiscard]] std::string systemText(int errorNumber);
 

@@ -67,7 +67,7 @@ std::string inputFormat(const std::string& file, const std::string& given) {
   if (!given.empty()) {
     std::string name = lowerCase(given);
     if (findFormat(fileFormats(), name) == nullptr) {
-      throw Failure(ExitCode::kUsage, "--from " + given, "wrong usage", "no such format");
+      throw misuse("--from " + given, "no such format");
     }
     return name;
   }
@@ -85,7 +85,7 @@ std::string outputFormat(const std::string& file, const std::string& given) {
     return name;
   }
   if (!given.empty()) {
-    throw Failure(ExitCode::kUsage, "--to " + given, "wrong usage", "no format that is written");
+    throw misuse("--to " + given, "no format that is written");
   }
   throw unwritable(file, "the name tells no format that is written; name one with --to");
 }

@@ -50,6 +50,18 @@ std::string row(const std::string& left, const std::string& right) {
   return line + filled(right, kColumn, kColumn);
 }
 
+std::string rows(const std::string& title, const Options& options, bool areArguments) {
+  std::string text;
+  for (const Option& option : options.all()) {
+    if ((option.kind() == Option::Kind::kArgument) == areArguments) {
+      text += row(shownName(option), explained(option));
+    }
+  }
+  return text.empty() ? text : "\n" + title + ":\n" + text;
+}
+
+}  // namespace
+
 std::string shownName(const Option& option) {
   if (option.kind() == Option::Kind::kArgument) {
     return option.name() + (option.isRepeatable() ? "..." : "");
@@ -67,17 +79,7 @@ std::string explained(const Option& option) {
   return text;
 }
 
-std::string rows(const std::string& title, const Options& options, bool areArguments) {
-  std::string text;
-  for (const Option& option : options.all()) {
-    if ((option.kind() == Option::Kind::kArgument) == areArguments) {
-      text += row(shownName(option), explained(option));
-    }
-  }
-  return text.empty() ? text : "\n" + title + ":\n" + text;
-}
-
-std::string usage(const Verb& verb) {
+std::string synopsis(const Verb& verb) {
   std::string text = "zel " + verb.name;
   std::string required;
   std::string arguments;
@@ -95,22 +97,26 @@ std::string usage(const Verb& verb) {
   return text + arguments + required + (hasOthers ? " [OPTIONS]" : "");
 }
 
-}  // namespace
+std::string versionText() { return std::string("zel ") + ZEL_VERSION + "\n"; }
 
-std::string helpText(const std::vector<Verb>& verbs, const Options& common) {
+std::string helpText(const ProgramUsage& usage) {
   std::string text =
       "zel: look into, weld, convert and compare 3D meshes\n\n"
       "Usage: zel SUBCOMMAND [OPTIONS] ...\n\n"
       "Subcommands:\n";
-  for (const Verb& verb : verbs) {
+  for (const Verb& verb : usage.verbs) {
     text += row(verb.name, verb.summary);
   }
-  return text + rows("Options of all subcommands", common, false) + "\n" + exitCodeTable() +
-         "\nzel SUBCOMMAND --help tells about one subcommand.\n";
+  text += rows("Options of all subcommands", usage.common, false) + "\nExit codes:\n";
+  for (const ExitCodeMeaning& code : kExitCodes) {
+    text += "  " + std::to_string(static_cast<int>(code.code)) + "  " + code.meaning + "\n";
+  }
+  return text + "\nzel help SUBCOMMAND tells about one subcommand.\n";
 }
 
 std::string helpText(const Verb& verb, const Options& common) {
-  std::string text = "zel " + verb.name + ": " + verb.summary + "\n\nUsage: " + usage(verb) + "\n";
+  std::string text =
+      "zel " + verb.name + ": " + verb.summary + "\n\nUsage: " + synopsis(verb) + "\n";
   text += rows("Arguments", verb.options, true);
   text += rows("Options", verb.options, false);
   text += rows("Options of all subcommands", common, false);

@@ -11,61 +11,54 @@ namespace zel::program {
 
 namespace {
 
-constexpr const char* kVersion = ZEL_VERSION;
-
 /// The subcommands with their options, and the options of them all.
 class Program {
  public:
   Program() {
-    common_.flag("-q,--quiet", console_.quiet, "No remarks and no progress bar");
-    common_.flag("-v,--verbose", console_.verbose, "Tell what is being done");
-    common_.flag("-h,--help", asksHelp_, "Tell how it is used");
-    common_.flag("--version", asksVersion_, "Tell the version");
+    usage_.common.flag("-q,--quiet", console_.quiet, "No remarks and no progress bar");
+    usage_.common.flag("-v,--verbose", console_.verbose, "Tell what is being done");
+    usage_.common.flag("-h,--help", asksHelp_, "Tell how it is used");
+    usage_.common.flag("--version", asksVersion_, "Tell the version");
     for (const CommandEntry& entry : commands()) {
-      Verb& verb = verbs_.emplace_back(Verb{entry.name, entry.summary, {}});
-      commands_.push_back(entry.make());
+      Verb& verb = usage_.verbs.emplace_back(Verb{entry.name, entry.summary, {}});
+      commands_.push_back(entry.make(usage_));
       commands_.back()->declare(verb.options);
     }
   }
 
   /// @throws Failure.
   ExitCode run(std::vector<std::string> words) {
-    const auto place = findVerb(words, common_);
+    const auto place = findVerb(words, usage_.common);
     if (!place) {
       return runWithoutVerb(words);
     }
-    const auto verb = std::ranges::find(verbs_, words[*place], &Verb::name);
-    if (verb == verbs_.end()) {
-      throw Failure(ExitCode::kUsage, words[*place], "wrong usage", "no such subcommand");
-    }
+    const Verb& verb = verbNamed(usage_, words[*place]);
     words.erase(words.begin() + static_cast<std::ptrdiff_t>(*place));
-    parseWords(words, common_, *verb, asksHelp_);
-    if (asksHelp_) {
-      console_.result(helpText(*verb, common_));
-      return ExitCode::kDone;
+    parseWords(words, usage_.common, verb, [this] { return asksHelp_ || asksVersion_; });
+    if (asksHelp_ || asksVersion_) {
+      return answer(asksHelp_ ? helpText(verb, usage_.common) : versionText());
     }
-    return commands_[static_cast<std::size_t>(verb - verbs_.begin())]->run(console_);
+    return commands_[static_cast<std::size_t>(&verb - usage_.verbs.data())]->run(console_);
   }
 
  private:
   ExitCode runWithoutVerb(const std::vector<std::string>& words) {
-    parseWords(words, common_, Verb{"zel", "", {}}, asksHelp_);
-    if (asksHelp_) {
-      console_.result(helpText(verbs_, common_));
-    } else if (asksVersion_) {
-      console_.result(std::string("zel ") + kVersion + "\n");
-    } else {
-      throw Failure(ExitCode::kUsage, "SUBCOMMAND", "wrong usage",
-                    "it is missing; zel --help lists them");
+    parseWords(words, usage_.common, Verb{"zel", "", {}}, [this] { return asksHelp_; });
+    if (!asksHelp_ && !asksVersion_) {
+      throw misuse("SUBCOMMAND", "it is missing; zel help lists them");
     }
+    return answer(asksHelp_ ? helpText(usage_) : versionText());
+  }
+
+  [[nodiscard]] ExitCode answer(const std::string& text) const {
+    console_.result(text);
     return ExitCode::kDone;
   }
 
   Console console_;
   bool asksHelp_ = false;
   bool asksVersion_ = false;
-  Options common_;
-  std::vector<Verb> verbs_;
+  ProgramUsage usage_;
   std::vector<std::unique_ptr<Command>> commands_;
 };
 

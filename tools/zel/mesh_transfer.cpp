@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "tools/zel/failure.h"
+#include "tools/zel/format_options.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/output_file.h"
 
@@ -11,19 +12,17 @@ namespace zel::program {
 void MeshTransfer::declare(Options& options) {
   options.argument("INPUT", input_, "Mesh file, or - for standard input").required();
   options.argument("OUTPUT", output_, "File to write, or - for standard output");
-  options.value("--from", "FORMAT", from_, "Read as this format, whatever the name says");
-  options.value("--to", "FORMAT", to_, "Write as this format, whatever the name says");
+  declareFrom(options, from_);
+  declareTo(options, to_);
   options.flag("--in-place", inPlace_, "Replace the input instead of writing another file");
 }
 
 MeshDocument MeshTransfer::read(const Console& console) const {
   if (inPlace_ == !output_.empty() || (inPlace_ && input_ == "-")) {
-    throw Failure(ExitCode::kUsage, input_, "wrong usage",
-                  "name a file to write, or say --in-place for a file to replace");
+    throw misuse(input_, "name a file to write, or say --in-place for a file to replace");
   }
   if (isSameFile(input_, output_)) {
-    throw Failure(ExitCode::kUsage, output_, "wrong usage",
-                  "this is the input; say --in-place to replace it");
+    throw misuse(output_, "this is the input; say --in-place to replace it");
   }
   return readMesh(input_, from_, console);
 }
@@ -32,7 +31,7 @@ void MeshTransfer::expectOtherFile(const std::string& second) const {
   const bool areBothStandardOutput = second == "-" && output_ == "-";
   if (!second.empty() &&
       (areBothStandardOutput || isSameFile(second, input_) || isSameFile(second, output_))) {
-    throw Failure(ExitCode::kUsage, second, "wrong usage", "the mesh itself has this name");
+    throw misuse(second, "the mesh itself has this name");
   }
 }
 

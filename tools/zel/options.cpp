@@ -97,6 +97,11 @@ Option& Option::oneOf(std::vector<std::string> choices) {
   return *this;
 }
 
+Option& Option::suggesting(std::function<std::vector<std::string>()> offer) {
+  offer_ = std::move(offer);
+  return *this;
+}
+
 Option& Option::within(double lowest, double highest) {
   return checkedBy([lowest, highest](const std::string& word) {
     const auto number = readNumber<double>(word);

@@ -33,6 +33,8 @@ class Option {
   Option& separatedBy(char separator);
   /// Only these words are taken.
   Option& oneOf(std::vector<std::string> choices);
+  /// Other words are taken too, but these are offered while it is typed. @param offer asked late.
+  Option& suggesting(std::function<std::vector<std::string>()> offer);
   /// Only numbers in [lowest, highest] are taken.
   Option& within(double lowest, double highest);
   /// Only numbers of 0 or more are taken: distances, parts, node numbers.
@@ -54,7 +56,8 @@ class Option {
   [[nodiscard]] const std::string& word() const { return word_; }
   [[nodiscard]] const std::string& help() const { return help_; }
   [[nodiscard]] const std::string& defaultText() const { return default_; }
-  [[nodiscard]] const std::vector<std::string>& choices() const { return choices_; }
+  /// The only words that are taken, or those that are offered; empty when any may stand there.
+  [[nodiscard]] std::vector<std::string> offered() const { return offer_ ? offer_() : choices_; }
   [[nodiscard]] const Option* excluded() const { return excluded_; }
   [[nodiscard]] bool isRequired() const { return isRequired_; }
   [[nodiscard]] bool isRepeatable() const { return isRepeatable_; }
@@ -72,6 +75,7 @@ class Option {
   std::string help_;
   std::string default_;
   std::vector<std::string> choices_;
+  std::function<std::vector<std::string>()> offer_;
   std::vector<Take> takers_;  ///< the checks, then what stores the word
   const Option* excluded_ = nullptr;
   char separator_ = '\0';

@@ -2,6 +2,7 @@
 #include <array>
 
 #include "tools/zel/commands/commands.h"
+#include "tools/zel/format_options.h"
 #include "tools/zel/json.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
@@ -42,7 +43,7 @@ class CheckCommand : public Command {
                "A class of defect that shall not count; may be repeated")
         .oneOf(names);
     options.flag("--json", json_, "One JSON object a line for each file");
-    options.value("--from", "FORMAT", from_, "Read as this format, whatever the name says");
+    declareFrom(options, from_);
     options.note("Exit code 1 tells that a file has a defect.");
     options.example("zel check bunny.obj --ignore openEdges");
   }
@@ -99,6 +100,8 @@ class CheckCommand : public Command {
 
 }  // namespace
 
-std::unique_ptr<Command> makeCheckCommand() { return std::make_unique<CheckCommand>(); }
+std::unique_ptr<Command> makeCheckCommand(const ProgramUsage& /*usage*/) {
+  return std::make_unique<CheckCommand>();
+}
 
 }  // namespace zel::program

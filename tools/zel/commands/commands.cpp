@@ -16,6 +16,9 @@ const std::vector<CommandEntry>& commands() {
       {"render", "Draw a mesh into a PNG picture", makeRenderCommand},
       {"view", "Show a mesh in a window", makeViewCommand},
       {"demo", "Make, weld, save, read back and compare a mesh", makeDemoCommand},
+      {"help", "Tell how the program or a subcommand is used", makeHelpCommand},
+      {"version", "Tell the version", makeVersionCommand},
+      {"completion", "Print what completes command lines in a shell", makeCompletionCommand},
   };
   return table;
 }

@@ -30,6 +30,8 @@ class ConvertCommand : public Command {
 
 }  // namespace
 
-std::unique_ptr<Command> makeConvertCommand() { return std::make_unique<ConvertCommand>(); }
+std::unique_ptr<Command> makeConvertCommand(const ProgramUsage& /*usage*/) {
+  return std::make_unique<ConvertCommand>();
+}
 
 }  // namespace zel::program

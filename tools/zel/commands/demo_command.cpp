@@ -167,6 +167,8 @@ class DemoCommand : public Command {
 
 }  // namespace
 
-std::unique_ptr<Command> makeDemoCommand() { return std::make_unique<DemoCommand>(); }
+std::unique_ptr<Command> makeDemoCommand(const ProgramUsage& /*usage*/) {
+  return std::make_unique<DemoCommand>();
+}
 
 }  // namespace zel::program

@@ -1,6 +1,7 @@
 #include <optional>
 
 #include "tools/zel/commands/commands.h"
+#include "tools/zel/format_options.h"
 #include "tools/zel/json.h"
 #include "tools/zel/mesh_compare.h"
 #include "tools/zel/mesh_file.h"
@@ -20,7 +21,7 @@ class DiffCommand : public Command {
                "Points may lie this far apart; normals and texture coordinates are left out")
         .notNegative();
     options.flag("--json", json_, "One JSON object");
-    options.value("--from", "FORMAT", from_, "Read both as this format, whatever the names say");
+    declareFrom(options, from_, "Read both as this format, whatever the names say");
     options.note(
         "Without --tolerance every bit counts: points, faces and their normals, and node normals "
         "and texture coordinates when both meshes have some. Exit code 1 tells of a difference.");
@@ -68,6 +69,8 @@ class DiffCommand : public Command {
 
 }  // namespace
 
-std::unique_ptr<Command> makeDiffCommand() { return std::make_unique<DiffCommand>(); }
+std::unique_ptr<Command> makeDiffCommand(const ProgramUsage& /*usage*/) {
+  return std::make_unique<DiffCommand>();
+}
 
 }  // namespace zel::program

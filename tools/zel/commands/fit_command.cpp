@@ -2,6 +2,7 @@
 
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
+#include "tools/zel/format_options.h"
 #include "tools/zel/json.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
@@ -120,7 +121,7 @@ class FitCommand : public Command {
         .separatedBy(',')
         .notNegative();
     options.flag("--json", json_, "One JSON object a line for each file");
-    options.value("--from", "FORMAT", from_, "Read as this format, whatever the name says");
+    declareFrom(options, from_);
     options.note(
         "Fits a plane, a line and a circle to the points and tells extents and shape errors (the "
         "root of the summed squared deviations from the mean distance, divided by the count).");
@@ -167,6 +168,8 @@ class FitCommand : public Command {
 
 }  // namespace
 
-std::unique_ptr<Command> makeFitCommand() { return std::make_unique<FitCommand>(); }
+std::unique_ptr<Command> makeFitCommand(const ProgramUsage& /*usage*/) {
+  return std::make_unique<FitCommand>();
+}
 
 }  // namespace zel::program

@@ -49,6 +49,8 @@ class FormatsCommand : public Command {
 
 }  // namespace
 
-std::unique_ptr<Command> makeFormatsCommand() { return std::make_unique<FormatsCommand>(); }
+std::unique_ptr<Command> makeFormatsCommand(const ProgramUsage& /*usage*/) {
+  return std::make_unique<FormatsCommand>();
+}
 
 }  // namespace zel::program

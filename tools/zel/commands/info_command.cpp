@@ -1,4 +1,5 @@
 #include "tools/zel/commands/commands.h"
+#include "tools/zel/format_options.h"
 #include "tools/zel/json.h"
 #include "tools/zel/mesh_facts.h"
 #include "tools/zel/mesh_file.h"
@@ -80,7 +81,7 @@ class InfoCommand : public Command {
   void declare(Options& options) override {
     options.argument("FILES", files_, "Mesh files, or - for standard input").required();
     options.flag("--json", json_, "One JSON object a line for each file");
-    options.value("--from", "FORMAT", from_, "Read as this format, whatever the name says");
+    declareFrom(options, from_);
     options.example("zel info bunny.obj --json");
   }
 
@@ -101,6 +102,8 @@ class InfoCommand : public Command {
 
 }  // namespace
 
-std::unique_ptr<Command> makeInfoCommand() { return std::make_unique<InfoCommand>(); }
+std::unique_ptr<Command> makeInfoCommand(const ProgramUsage& /*usage*/) {
+  return std::make_unique<InfoCommand>();
+}
 
 }  // namespace zel::program

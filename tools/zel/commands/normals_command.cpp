@@ -56,6 +56,8 @@ class NormalsCommand : public Command {
 
 }  // namespace
 
-std::unique_ptr<Command> makeNormalsCommand() { return std::make_unique<NormalsCommand>(); }
+std::unique_ptr<Command> makeNormalsCommand(const ProgramUsage& /*usage*/) {
+  return std::make_unique<NormalsCommand>();
+}
 
 }  // namespace zel::program

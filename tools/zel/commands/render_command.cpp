@@ -4,6 +4,7 @@
 #include "tools/view/pictures/render.h"
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
+#include "tools/zel/format_options.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
 #include "tools/zel/output_file.h"
@@ -20,7 +21,7 @@ class RenderCommand : public Command {
     options.argument("FILE", file_, "Mesh file, or - for standard input").required();
     options.value("-o,--output", "FILE", output_, "PNG file to write, or - for standard output")
         .required();
-    options.value("--from", "FORMAT", from_, "Read as this format, whatever the name says");
+    declareFrom(options, from_);
     options.value("--width", "PIXELS", size_.width, "Pixels")
         .within(view::kSmallestSide, view::kLargestSide);
     options.value("--height", "PIXELS", size_.height, "Pixels")
@@ -37,7 +38,7 @@ class RenderCommand : public Command {
   ExitCode run(const Console& console) override {
     return guarded(file_, console, [&] {
       if (isSameFile(output_, file_) || isSameFile(output_, viewOptions_.textureFile())) {
-        throw Failure(ExitCode::kUsage, output_, "wrong usage", "the picture is drawn from this");
+        throw misuse(output_, "the picture is drawn from this");
       }
       const view::TextureImage texture = viewOptions_.texture();
       const std::unique_ptr<view::SceneMesh> scene = sceneOf(readMesh(file_, from_, console));
@@ -91,6 +92,8 @@ class RenderCommand : public Command {
 
 }  // namespace
 
-std::unique_ptr<Command> makeRenderCommand() { return std::make_unique<RenderCommand>(); }
+std::unique_ptr<Command> makeRenderCommand(const ProgramUsage& /*usage*/) {
+  return std::make_unique<RenderCommand>();
+}
 
 }  // namespace zel::program

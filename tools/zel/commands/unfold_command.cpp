@@ -67,6 +67,8 @@ class UnfoldCommand : public Command {
 
 }  // namespace
 
-std::unique_ptr<Command> makeUnfoldCommand() { return std::make_unique<UnfoldCommand>(); }
+std::unique_ptr<Command> makeUnfoldCommand(const ProgramUsage& /*usage*/) {
+  return std::make_unique<UnfoldCommand>();
+}
 
 }  // namespace zel::program

@@ -4,6 +4,7 @@
 #include "tools/view/viewer.h"
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
+#include "tools/zel/format_options.h"
 #include "tools/zel/input_file.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
@@ -33,7 +34,7 @@ class ViewCommand : public Command {
  public:
   void declare(Options& options) override {
     options.argument("FILE", file_, "Mesh file, or - for standard input").required();
-    options.value("--from", "FORMAT", from_, "Read as this format, whatever the name says");
+    declareFrom(options, from_);
     options.value("--script", "FILE", script_, "Play the session written in this file, then end");
     viewOptions_.declare(options);
     std::string keys = "In the window:";
@@ -106,6 +107,8 @@ class ViewCommand : public Command {
 
 }  // namespace
 
-std::unique_ptr<Command> makeViewCommand() { return std::make_unique<ViewCommand>(); }
+std::unique_ptr<Command> makeViewCommand(const ProgramUsage& /*usage*/) {
+  return std::make_unique<ViewCommand>();
+}
 
 }  // namespace zel::program

@@ -89,6 +89,8 @@ class WeldCommand : public Command {
 
 }  // namespace
 
-std::unique_ptr<Command> makeWeldCommand() { return std::make_unique<WeldCommand>(); }
+std::unique_ptr<Command> makeWeldCommand(const ProgramUsage& /*usage*/) {
+  return std::make_unique<WeldCommand>();
+}
 
 }  // namespace zel::program
