@@ -1,7 +1,8 @@
 #pragma once
 
 /// @file
-/// `ZEL_API` marks what the shared library exports; everything else stays hidden.
+/// `ZEL_API` marks what the shared library exports; everything else stays hidden. `ZEL_API_INLINE`
+/// marks an inline method of an exported class; on Windows the class's own mark covers it.
 
 #if defined(_WIN32)
 #if defined(ZEL_BUILDING)
@@ -9,6 +10,8 @@
 #else
 #define ZEL_API __declspec(dllimport)
 #endif
+#define ZEL_API_INLINE
 #else
 #define ZEL_API __attribute__((visibility("default")))
+#define ZEL_API_INLINE ZEL_API
 #endif

@@ -44,13 +44,13 @@ class ZEL_API KwBaseCL {
   virtual ~KwBaseCL() { deleteTag_ = zel::kTagNotAvailable; }
 
   /// @return the delete tag itself, not a truth value: compare it with 31.
-  [[nodiscard]] char IsAvailableM() const { return static_cast<char>(deleteTag_); }
+  [[nodiscard]] ZEL_API_INLINE char IsAvailableM() const { return static_cast<char>(deleteTag_); }
   /// @param tag the new delete tag, any value.
-  void SetDeleteTagM(char tag) { deleteTag_ = static_cast<signed char>(tag); }
+  ZEL_API_INLINE void SetDeleteTagM(char tag) { deleteTag_ = static_cast<signed char>(tag); }
 
  protected:
   /// Marks the element deleted (32).
-  void DelItemM() { deleteTag_ = zel::kTagDeleted; }
+  ZEL_API_INLINE void DelItemM() { deleteTag_ = zel::kTagDeleted; }
 
  private:
   signed char deleteTag_;
