@@ -1,0 +1,75 @@
+#pragma once
+
+#include "differential/calls.h"
+#include "zel/curves/arcs.h"
+#include "zel/curves/touch_cur.h"
+#include "zel/geometry/geometry.h"
+
+namespace zel::test {
+
+/// Every exported function of the geometry and the curves; the tests find out if one is missing.
+inline const auto kFunctions = tableOf(
+    withCodes(slCalArcCent), withCodes(slCalArcCentRadius), withCodes(slCalArcRadiusPnt),
+    slGetTangentCircle, slGetArcAng2, withCodes(slGetDirectAngleToZ), slSetArcPara,
+    slProjToLineAlongXOnXZ, slFindIntPnt, withCodes(slZxIntCur), slInitTouchCurD,
+    withCodes(slSetLine), withCodes(slSetArc), slTouchCurDCopy, slGetStartPnt, slGetCurveStartPnt,
+    slGetCurveEndPnt, GetCurveEndPnt, slSetCurveStartPnt, slSetCurveEndPnt, slSetStartPnt,
+    slSetEndPnt, slTouchCurDMove, withCodes(slTouchCurDMirror), withCodes(slTouchCurTransCoord),
+    slTouchCurDOffset, slCalCirPnt, slGetCircleRectangle, withCodes(slGetArcRectangle),
+    slGetCCWArcRectangle, slGetCWArcRectangle, slGetSphereProjRect, slGetCylinderProjRect,
+    slGetCircleAng, slGetCentralAngle, slIntersectLineCircle, slIntersectLineSphere,
+    slLineIntCircle, slIntersectCircle, slGetCircleRadius, slGenCircle, slGenSphere,
+    slLineEquation2, slCircumcenter, slCircumCenter3D, slJudgeIsTriangle, slPolygenCenterM,
+    slGenXYCoordSys, slGenXYCoordSysByNormal, slNewTrainM, slValueOfTrainM, slSolveEquationGroup3,
+    slIsPntInsideOfTriangle, slIsPntInsideOfTrapezium, slRightInter, slPointInterFaceM,
+    slJudgePntInPolygon, slIntersectLines3D, slIntersectInfLines, slIntersectLines2D,
+    slIntersecLines, slGetIntersectType, slCalculateVectTwoParallel, slLineIntersectPlane,
+    slRadialIntersectPlane, slRadialIntersectFaceM, slJudgeRadialThroughPntM,
+    slJudgeRadialThroughLineM, slGetPlaneIntersectM, slGetPointOnIntersectLine, slNorm2, slLengthD,
+    slLength, of<float(const float*)>(slLength2), of<double(const double*)>(slLength2),
+    of<float(const float*)>(slSquareLength2), of<double(const double*)>(slSquareLength2),
+    slDistance, slDistance3, slSquareDistance3, slDistance2, slDistanceD2, slDistSquare2,
+    slPlaneDistSqr, slDot2D, slJudgeLineCoPlane, slGetInfLinesCoPerpenticular,
+    slGetCoPlaneInfLineDist, slGetDifPlaneInfLineDist, slGetLineDist, slGetLinesCoPerpenticular,
+    slGetCoPlaneLineDist, slGetDifPlaneLineDist, slProjectPntToLine, slGetPntLineDistByVect,
+    slGetPntLineDist, slGetPntLineSquareDist, slGetPntLineDist2D, slGetLineFoot, slGetNearestPair,
+    slSetIdentity, slGenerateMoveMatrix, slGenScaleMatrix, slMultiMatrix, slSetMatrixByMulti,
+    slSetMatrixByRightMulti, slMatrix16MultiVector4,
+    of<int(const float*, float*)>(slMatrix16MultiVector3),
+    of<int(const float*, const float*, float*)>(slMatrix16MultiVector3),
+    of<int(const float*, float*)>(slMatrix16MultiPoint3),
+    of<int(const float*, const float*, float*)>(slMatrix16MultiPoint3), slMatrix16MultiPoint2,
+    slMatrixTrans16MultiVector4, slMatrixTrans16MultiVector3, slInverseMatrixM,
+    slChangeFourPntMatrixM, slCheckMatrixError, slCheckIndentity, slNormalizeMatrix,
+    slGenMatrixToWorld, of<void(const XYCoordSysD&, float*)>(slGenMatrixToLocal),
+    of<void(const float*, const float*, const float*, const float*, float*)>(slGenMatrixToLocal),
+    slTransToWorld, slGetRotMatrixFromMotion, slGetRotTransMatrixFromMotion,
+    slGetMoveMatrixFromMotion, slGetInvMvMatrixFromMotion, slGetInverseMotionMatrix,
+    slSetMatrixByMvToOri, slGetTwoMatrixSign, slPlaneNormal,
+    of<int(const float*, const float*, const float*, float*, float*)>(slGetPlaneEquation),
+    of<float(const float*, const float*)>(slGetPlaneEquation), slGetPlaneFourPnt, slGetAveragePlane,
+    slGetPntPlaneDist, slProjectPntToPlane, slTransPntToPlane, slTransVectToPlane,
+    slJudgePntCoPlane, slGetVectBtPntsNZero, slGetNormNZero, slGetStdRectMinPanDisplace,
+    slGetRectMinPanDisplace, slGetStdRectMinPanDisp, slCorrectRectContainError, slCheckLineInRect,
+    withCodes(slCheckArcInRect), slTransToStdRect, slTransRectangleByMatrix,
+    of<int(const RectangleD&, const float*)>(slJudgePntInRectM),
+    of<int(const float*, const float*, const float*)>(slJudgePntInRectM), slGetLineSegIntersectRect,
+    slMergeRectWithSameDir, slRotateByX, of<void(float, float*)>(slRotateByY), slRotateByZ,
+    slRotateByXExt, of<void(float, float, float*)>(slRotateByY), slRotateByZExt,
+    slGenerateRotateMatrix, slGetRotateMatrix, slGenVectToZMatrix, slGenVectToXMatrix,
+    slGetAnglesRotToZ, slGetAxes, slGenMatrixToSpRadials, slGenMatrixToSpLines,
+    of<float(float)>(slFabs), of<double(double)>(slFabs), slSqrt, slTan, slAcos, slAsin, slAtan,
+    slCos, slSin, slSign, slRound, slKeepTwoDecimal, slMod, slMaxI2, slMinI2, withCodes(slFitI),
+    slGetRatio, slAngleToRadian, slRadianToAngle, slMirrorAngleAboutVerticalAxis,
+    slJudgeTwoCylinder, slJudgeBallAndPrism, slGetShereIntersect, slIntersectPlaneSphereM,
+    slIntersectPlaneCone, slGenVerticalTube, of<int(float*)>(slNormalize),
+    of<int(double*)>(slNormalize), of<int(double*)>(slNormalize2D), of<int(float*)>(slNormalize2D),
+    slLenAndDir, of<int(const float*, const float*, float*)>(slGetNormalVectBtPnts),
+    of<int(const float*, const float*, double*)>(slGetNormalVectBtPnts), slVect,
+    slSetPnt3DValueByDiv, slOthVect, slOthPlane, slGetPntsMidVect, slVectParallel, slIsEqualPoint3D,
+    slGetVectMaxDir, slComparWithCoordAxis, slGetVectAngle,
+    of<float(const float*, const float*, const float*)>(slCalAngleTwoVects),
+    of<double(const double*, const double*, const double*)>(slCalAngleTwoVects), slGetVectorAngle,
+    slGetMinXYZ, slGetMaxXYZ);
+
+}  // namespace zel::test
