@@ -3,9 +3,9 @@
 
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/format_options.h"
-#include "tools/zel/json.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
+#include "tools/zel/report.h"
 
 namespace zel::program {
 
@@ -53,7 +53,7 @@ class CheckCommand : public Command {
       const MeshDocument mesh = readMesh(file, from_, console);
       const MeshDefects defects = findDefects(mesh.nodes, mesh.triangles, mesh.quads);
       if (!console.quiet) {
-        console.result(json_ ? jsonText(file, defects) : text(file, defects));
+        console.result(reportOn(file, defects).print(json_));
       }
       return hasAny(defects) ? ExitCode::kFound : ExitCode::kDone;
     });
@@ -70,26 +70,18 @@ class CheckCommand : public Command {
     });
   }
 
-  [[nodiscard]] std::string jsonText(const std::string& file, const MeshDefects& defects) const {
-    Json::Members json;
-    json.emplace_back("file", file);
-    for (const DefectClass& defect : kDefectClasses) {
-      json.emplace_back(defect.name, defects.*defect.count);
-    }
-    json.emplace_back("sound", !hasAny(defects));
-    return Json(std::move(json)).line();
-  }
-
-  [[nodiscard]] std::string text(const std::string& file, const MeshDefects& defects) const {
-    std::string text = file + "\n";
+  [[nodiscard]] Report reportOn(const std::string& file, const MeshDefects& defects) const {
+    Report report(file);
     for (const DefectClass& defect : kDefectClasses) {
       const int count = defects.*defect.count;
-      if (count > 0) {
-        text += reportRow(defect.name, groupedText(count) + " " + defect.description +
-                                           (counts(defect) ? "" : " (ignored)"));
-      }
+      report.row(defect.name,
+                 count == 0 ? ""
+                            : groupedText(count) + " " + defect.description +
+                                  (counts(defect) ? "" : " (ignored)"),
+                 {{defect.name, count}});
     }
-    return text + (hasAny(defects) ? "" : reportRow("sound", "no defects"));
+    report.answer("sound", "sound", !hasAny(defects), "no defects", "");
+    return report;
   }
 
   std::vector<std::string> files_;

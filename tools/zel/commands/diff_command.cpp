@@ -2,10 +2,10 @@
 
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/format_options.h"
-#include "tools/zel/json.h"
 #include "tools/zel/mesh_compare.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
+#include "tools/zel/report.h"
 
 namespace zel::program {
 
@@ -34,30 +34,25 @@ class DiffCommand : public Command {
     const MeshDifference difference =
         tolerance_ ? compareWithin(first, second, *tolerance_) : compareExactly(first, second);
     if (!console.quiet) {
-      console.result(json_ ? jsonText(difference) : text(difference));
+      console.result(reportOn(difference).print(json_));
     }
     return difference.findings.empty() ? ExitCode::kDone : ExitCode::kFound;
   }
 
  private:
-  static std::string jsonText(const MeshDifference& difference) {
-    Json::Members json;
-    json.emplace_back("same", difference.findings.empty());
-    json.emplace_back("findings", difference.findings);
-    json.emplace_back("largestMove", difference.largestMove);
-    return Json(std::move(json)).line();
-  }
-
-  static std::string text(const MeshDifference& difference) {
-    std::string text;
+  static Report reportOn(const MeshDifference& difference) {
+    const bool isSame = difference.findings.empty();
+    Report report;
     for (const std::string& finding : difference.findings) {
-      text += finding + "\n";
+      report.line(finding, {});
     }
-    text += difference.findings.empty() ? "same" : "different";
-    if (difference.largestMove > 0) {
-      text += ", points up to " + shortText(difference.largestMove) + " apart";
-    }
-    return text + "\n";
+    const std::string apart = difference.largestMove > 0
+                                  ? ", points up to " + shortText(difference.largestMove) + " apart"
+                                  : "";
+    report.line((isSame ? "same" : "different") + apart, {{"same", isSame},
+                                                          {"findings", difference.findings},
+                                                          {"largestMove", difference.largestMove}});
+    return report;
   }
 
   std::string first_;

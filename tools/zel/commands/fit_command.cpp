@@ -3,10 +3,10 @@
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
 #include "tools/zel/format_options.h"
-#include "tools/zel/json.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
 #include "tools/zel/point_fit.h"
+#include "tools/zel/report.h"
 
 namespace zel::program {
 
@@ -50,6 +50,18 @@ Fits fitAll(const Point3DArr& points, const std::vector<int>& slots) {
   return fits;
 }
 
+std::string textOf(const FittedPlane& plane) {
+  return "normal " + pointText(plane.normal) + ", d " + shortText(plane.d);
+}
+
+std::string textOf(const FittedLine& line) {
+  return "through " + pointText(line.point) + " along " + pointText(line.direction);
+}
+
+std::string textOf(const FittedCircle& circle) {
+  return "centre " + pointText(circle.centre) + ", radius " + shortText(circle.radius);
+}
+
 Json jsonOf(const FittedPlane& plane) {
   return Json::Members{{"normal", plane.normal}, {"d", plane.d}, {"shapeError", plane.shapeError}};
 }
@@ -68,48 +80,37 @@ Json jsonOf(const FittedCircle& circle) {
                        {"shapeError", circle.shapeError}};
 }
 
-Json jsonOf(const std::string& file, const Fits& fits) {
-  Json::Members json;
-  json.emplace_back("file", file);
-  json.emplace_back("points", fits.points);
-  json.emplace_back("extents", fits.points > 0 ? Json(fits.extents) : Json());
-  json.emplace_back("diameter", fits.diameter);
-  json.emplace_back("farthestPoints", fits.farthest[0] >= 0 ? Json(fits.farthest) : Json());
-  json.emplace_back("plane", fits.plane ? jsonOf(*fits.plane) : Json());
-  json.emplace_back("line", fits.line ? jsonOf(*fits.line) : Json());
-  json.emplace_back("circle", fits.circle ? jsonOf(*fits.circle) : Json());
-  return {std::move(json)};
+/// What was fitted, or why nothing was.
+template <class Shape>
+void reportShape(Report& report, const std::string& name, const std::optional<Shape>& shape,
+                 const std::string& whyNot) {
+  report.row(name,
+             shape ? textOf(*shape) + ", shape error " + shortText(shape->shapeError) : whyNot,
+             {{name, shape ? jsonOf(*shape) : Json()}});
 }
 
-std::string textOf(const std::string& file, const Fits& fits) {
-  std::string text = file + "\n" + reportRow("points", groupedText(fits.points));
-  if (fits.points == 0) {
-    return text;
-  }
+Report reportOn(const std::string& file, const Fits& fits) {
+  Report report(file);
+  report.count("points", "points", fits.points);
   const char* const axes[3] = {"along x", "along y", "along z"};
-  for (std::size_t axis = 0; axis < 3; ++axis) {
-    text += reportRow(axes[axis],
-                      shortText(fits.extents[axis][0]) + " to " + shortText(fits.extents[axis][1]));
+  for (std::size_t axis = 0; axis < 3 && fits.points > 0; ++axis) {
+    report.row(axes[axis],
+               shortText(fits.extents[axis][0]) + " to " + shortText(fits.extents[axis][1]), {});
   }
-  if (fits.farthest[0] >= 0) {
-    text += reportRow("diameter", shortText(fits.diameter) + " between nodes " +
-                                      std::to_string(fits.farthest[0]) + " and " +
-                                      std::to_string(fits.farthest[1]));
-  }
-  text += reportRow("plane", !fits.plane ? "none: the points lie on a line"
-                                         : "normal " + pointText(fits.plane->normal) + ", d " +
-                                               shortText(fits.plane->d) + ", shape error " +
-                                               shortText(fits.plane->shapeError));
-  text += reportRow("line", !fits.line ? "none: the points lie in one place"
-                                       : "through " + pointText(fits.line->point) + " along " +
-                                             pointText(fits.line->direction) + ", shape error " +
-                                             shortText(fits.line->shapeError));
-  text +=
-      reportRow("circle", !fits.circle ? "none: the points lie on a line"
-                                       : "centre " + pointText(fits.circle->centre) + ", radius " +
-                                             shortText(fits.circle->radius) + ", shape error " +
-                                             shortText(fits.circle->shapeError));
-  return text;
+  const bool hasDiameter = fits.farthest[0] >= 0;
+  report.row("diameter",
+             !hasDiameter
+                 ? ""
+                 : shortText(fits.diameter) + " between nodes " + std::to_string(fits.farthest[0]) +
+                       " and " + std::to_string(fits.farthest[1]),
+             {{"extents", fits.points > 0 ? Json(fits.extents) : Json()},
+              {"diameter", fits.diameter},
+              {"farthestPoints", hasDiameter ? Json(fits.farthest) : Json()}});
+  const auto why = [&fits](const char* reason) { return fits.points > 0 ? reason : ""; };
+  reportShape(report, "plane", fits.plane, why("none: the points lie on a line"));
+  reportShape(report, "line", fits.line, why("none: the points lie in one place"));
+  reportShape(report, "circle", fits.circle, why("none: the points lie on a line"));
+  return report;
 }
 
 class FitCommand : public Command {
@@ -136,7 +137,7 @@ class FitCommand : public Command {
         slots = NodeNumbering(mesh.nodes).slots;
       }
       const Fits fits = fitAll(chosenPoints(mesh, slots, file), slots);
-      console.result(json_ ? jsonOf(file, fits).line() : textOf(file, fits));
+      console.result(reportOn(file, fits).print(json_));
       return ExitCode::kDone;
     });
   }

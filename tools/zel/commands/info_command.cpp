@@ -1,46 +1,23 @@
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/format_options.h"
-#include "tools/zel/json.h"
 #include "tools/zel/mesh_facts.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
+#include "tools/zel/report.h"
 
 namespace zel::program {
 
 namespace {
 
-std::string jsonText(const std::string& file, const MeshDocument& mesh, const MeshFacts& facts) {
-  Json::Members json;
-  json.emplace_back("file", file);
-  json.emplace_back("nodes", mesh.nodes.GetAvailableNumM());
-  json.emplace_back("nodeSlots", mesh.nodes.GetBoundM());
-  json.emplace_back("triangles", mesh.triangles.GetAvailableNumM());
-  json.emplace_back("triangleSlots", mesh.triangles.GetBoundM());
-  json.emplace_back("quads", mesh.quads.GetAvailableNumM());
-  json.emplace_back("quadSlots", mesh.quads.GetBoundM());
-  json.emplace_back("nodeNormals", facts.hasNodeNormals);
-  json.emplace_back("textureCoords", facts.hasTextureCoords);
-  json.emplace_back("lowest", facts.hasBounds ? Json(facts.lowest) : Json());
-  json.emplace_back("highest", facts.hasBounds ? Json(facts.highest) : Json());
-  json.emplace_back("area", facts.area);
-  json.emplace_back("edges", facts.edges);
-  json.emplace_back("shortestEdge", facts.shortestEdge);
-  json.emplace_back("meanEdge", facts.meanEdge);
-  json.emplace_back("longestEdge", facts.longestEdge);
-  json.emplace_back("boundaryEdges", facts.defects.openEdges);
-  json.emplace_back("boundaryLoops", facts.boundaryLoops);
-  json.emplace_back("boundaryChains", facts.boundaryChains);
-  json.emplace_back("components", facts.defects.components);
-  json.emplace_back("closed", facts.isClosed());
-  json.emplace_back("oriented", facts.isOriented());
-  return Json(std::move(json)).line();
-}
-
 template <class Elements>
-std::string slotsText(const Elements& elements) {
+void reportSlots(Report& report, const std::string& name, const std::string& key,
+                 const Elements& elements) {
   const int live = elements.GetAvailableNumM();
-  const int dead = elements.GetBoundM() - live;
-  return groupedText(live) + (dead > 0 ? " (and " + groupedText(dead) + " deleted slots)" : "");
+  const int slots = elements.GetBoundM();
+  const int dead = slots - live;
+  report.row(name,
+             groupedText(live) + (dead > 0 ? " (and " + groupedText(dead) + " deleted slots)" : ""),
+             {{name, live}, {key, slots}});
 }
 
 std::string boundaryText(const MeshFacts& facts) {
@@ -52,28 +29,39 @@ std::string boundaryText(const MeshFacts& facts) {
   return text;
 }
 
-std::string text(const std::string& file, const MeshDocument& mesh, const MeshFacts& facts) {
-  std::string text = file + "\n";
-  text += reportRow("nodes", slotsText(mesh.nodes));
-  text += reportRow("triangles", slotsText(mesh.triangles));
-  text += reportRow("quads", slotsText(mesh.quads));
-  if (facts.hasBounds) {
-    text += reportRow("bounds", pointText(facts.lowest) + " to " + pointText(facts.highest));
-  }
-  text += reportRow("area", shortText(facts.area));
-  text += reportRow("edges", groupedText(facts.edges));
-  if (facts.edges > 0) {
-    text += reportRow("edge lengths", shortText(facts.shortestEdge) + " to " +
-                                          shortText(facts.longestEdge) + ", mean " +
-                                          shortText(facts.meanEdge));
-  }
-  text += reportRow("boundary", boundaryText(facts));
-  text += reportRow("components", groupedText(facts.defects.components));
-  text += reportRow("closed", facts.isClosed() ? "yes" : "no");
-  text += reportRow("orientation", facts.isOriented() ? "consistent" : "mixed");
-  text += reportRow("node normals", facts.hasNodeNormals ? "yes" : "no");
-  text += reportRow("texture coords", facts.hasTextureCoords ? "yes" : "no");
-  return text;
+void reportSize(Report& report, const MeshFacts& facts) {
+  report.row("bounds",
+             facts.hasBounds ? pointText(facts.lowest) + " to " + pointText(facts.highest) : "",
+             {{"lowest", facts.hasBounds ? Json(facts.lowest) : Json()},
+              {"highest", facts.hasBounds ? Json(facts.highest) : Json()}});
+  report.measure("area", "area", facts.area);
+  report.count("edges", "edges", facts.edges);
+  report.row("edge lengths",
+             facts.edges == 0
+                 ? ""
+                 : shortText(facts.shortestEdge) + " to " + shortText(facts.longestEdge) +
+                       ", mean " + shortText(facts.meanEdge),
+             {{"shortestEdge", facts.shortestEdge},
+              {"longestEdge", facts.longestEdge},
+              {"meanEdge", facts.meanEdge}});
+}
+
+Report reportOn(const std::string& file, const MeshDocument& mesh, const MeshFacts& facts) {
+  Report report(file);
+  reportSlots(report, "nodes", "nodeSlots", mesh.nodes);
+  reportSlots(report, "triangles", "triangleSlots", mesh.triangles);
+  reportSlots(report, "quads", "quadSlots", mesh.quads);
+  reportSize(report, facts);
+  report.row("boundary", boundaryText(facts),
+             {{"boundaryEdges", facts.defects.openEdges},
+              {"boundaryLoops", facts.boundaryLoops},
+              {"boundaryChains", facts.boundaryChains}});
+  report.count("components", "components", facts.defects.components);
+  report.answer("closed", "closed", facts.isClosed());
+  report.answer("orientation", "oriented", facts.isOriented(), "consistent", "mixed");
+  report.answer("node normals", "nodeNormals", facts.hasNodeNormals);
+  report.answer("texture coords", "textureCoords", facts.hasTextureCoords);
+  return report;
 }
 
 class InfoCommand : public Command {
@@ -88,8 +76,7 @@ class InfoCommand : public Command {
   ExitCode run(const Console& console) override {
     return forEachFile(files_, console, [&](const std::string& file) {
       const MeshDocument mesh = readMesh(file, from_, console);
-      const MeshFacts facts = gatherFacts(mesh);
-      console.result(json_ ? jsonText(file, mesh, facts) : text(file, mesh, facts));
+      console.result(reportOn(file, mesh, gatherFacts(mesh)).print(json_));
       return ExitCode::kDone;
     });
   }

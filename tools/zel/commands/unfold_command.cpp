@@ -1,37 +1,31 @@
 #include "tools/zel/commands/commands.h"
-#include "tools/zel/json.h"
 #include "tools/zel/mesh_transfer.h"
 #include "tools/zel/mesh_unfold.h"
 #include "tools/zel/number_text.h"
+#include "tools/zel/report.h"
 
 namespace zel::program {
 
 namespace {
 
-std::string jsonOf(const std::string& file, const UnfoldReport& report) {
-  Json::Members json;
-  json.emplace_back("file", file);
-  json.emplace_back("components", report.components);
-  json.emplace_back("unfoldedFaces", report.unfoldedFaces);
-  json.emplace_back("unreachedFaces", report.unreachedFaces);
-  json.emplace_back("flippedFaces", report.flippedFaces);
-  json.emplace_back("overlappingFaces", report.overlappingFaces);
-  json.emplace_back("meanLengthError", report.meanLengthError);
-  json.emplace_back("worstLengthError", report.worstLengthError);
-  return Json(std::move(json)).line();
-}
-
-std::string textOf(const std::string& file, const UnfoldReport& report) {
-  std::string text = file + "\n";
-  text += reportRow("unfolded", groupedText(report.unfoldedFaces) + " triangles in " +
-                                    groupedText(report.components) + " components");
-  text += reportRow("unreached", groupedText(report.unreachedFaces) + " faces");
-  text += reportRow("flipped", groupedText(report.flippedFaces) + " triangles");
-  text += reportRow("overlapping", groupedText(report.overlappingFaces) + " triangles");
-  text +=
-      reportRow("length error", "mean " + shortText(100.0 * report.meanLengthError) + " %, worst " +
-                                    shortText(100.0 * report.worstLengthError) + " %");
-  return text;
+Report reportOn(const std::string& file, const UnfoldReport& unfolded) {
+  Report report(file);
+  report.row("unfolded",
+             groupedText(unfolded.unfoldedFaces) + " triangles in " +
+                 groupedText(unfolded.components) + " components",
+             {{"components", unfolded.components}, {"unfoldedFaces", unfolded.unfoldedFaces}});
+  const auto faces = [&report](const char* label, const char* key, int count, const char* what) {
+    report.row(label, groupedText(count) + what, {{key, count}});
+  };
+  faces("unreached", "unreachedFaces", unfolded.unreachedFaces, " faces");
+  faces("flipped", "flippedFaces", unfolded.flippedFaces, " triangles");
+  faces("overlapping", "overlappingFaces", unfolded.overlappingFaces, " triangles");
+  report.row("length error",
+             "mean " + shortText(100.0 * unfolded.meanLengthError) + " %, worst " +
+                 shortText(100.0 * unfolded.worstLengthError) + " %",
+             {{"meanLengthError", unfolded.meanLengthError},
+              {"worstLengthError", unfolded.worstLengthError}});
+  return report;
 }
 
 class UnfoldCommand : public Command {
@@ -54,7 +48,7 @@ class UnfoldCommand : public Command {
         mesh, svg_, [&] { return unfoldedPicture(mesh); }, console);
     // The report must not run into a mesh that goes to standard output.
     if (!console.quiet && !files_.writesStandardOutput() && svg_ != "-") {
-      console.result(json_ ? jsonOf(files_.input(), report) : textOf(files_.input(), report));
+      console.result(reportOn(files_.input(), report).print(json_));
     }
     return ExitCode::kDone;
   }

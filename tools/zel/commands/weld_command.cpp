@@ -2,10 +2,10 @@
 
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
-#include "tools/zel/json.h"
 #include "tools/zel/mesh_transfer.h"
 #include "tools/zel/mesh_weld.h"
 #include "tools/zel/number_text.h"
+#include "tools/zel/report.h"
 
 namespace zel::program {
 
@@ -56,28 +56,20 @@ class WeldCommand : public Command {
         mesh, map_, [&] { return mapText(report.newIndexOf); }, console);
     // The report must not run into a mesh that goes to standard output.
     if (!console.quiet && !files_.writesStandardOutput() && map_ != "-") {
-      console.result(json_ ? jsonText(tolerance, report) : text(tolerance, report));
+      console.result(reportOn(tolerance, report).print(json_));
     }
     return ExitCode::kDone;
   }
 
  private:
-  static std::string jsonText(double tolerance, const WeldReport& report) {
-    Json::Members json;
-    json.emplace_back("tolerance", tolerance);
-    json.emplace_back("nodesMerged", report.nodesMerged);
-    json.emplace_back("facesCollapsed", report.facesCollapsed);
-    json.emplace_back("quadsNarrowed", report.quadsNarrowed);
-    json.emplace_back("largestMove", report.largestMove);
-    return Json(std::move(json)).line();
-  }
-
-  static std::string text(double tolerance, const WeldReport& report) {
-    return reportRow("tolerance", shortText(tolerance)) +
-           reportRow("nodes merged", groupedText(report.nodesMerged)) +
-           reportRow("largest move", shortText(report.largestMove)) +
-           reportRow("faces collapsed", groupedText(report.facesCollapsed)) +
-           reportRow("quads narrowed", groupedText(report.quadsNarrowed));
+  static Report reportOn(double tolerance, const WeldReport& weld) {
+    Report report;
+    report.measure("tolerance", "tolerance", tolerance);
+    report.count("nodes merged", "nodesMerged", weld.nodesMerged);
+    report.measure("largest move", "largestMove", weld.largestMove);
+    report.count("faces collapsed", "facesCollapsed", weld.facesCollapsed);
+    report.count("quads narrowed", "quadsNarrowed", weld.quadsNarrowed);
+    return report;
   }
 
   MeshTransfer files_;
