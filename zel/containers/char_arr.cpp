@@ -4,10 +4,12 @@
 #include <cstring>
 #include <functional>
 #include <limits>
+#include <optional>
 
 #include "zel/containers/detail/rows.h"
 #include "zel/containers/detail/slot_store_impl.h"
 #include "zel/containers/detail/whole_file.h"
+#include "zel/core/detail/refused_memory.h"
 
 template class zel::SlotStore<char, zel::CharPolicy>;
 
@@ -299,20 +301,36 @@ int CharArr::addNewPosM(const char* text) {
 // --- files -------------------------------------------------------------------------------------
 
 int CharArr::ReadFileM(const char* path, int offset) {
-  zel::WholeFileReader file(path);
-  const std::int64_t total = file.size() + offset;
-  if (offset < 0 || !file.isOpen() || total > std::numeric_limits<int>::max() ||
-      !slots_.reserve(static_cast<int>(total))) {
+  std::optional<zel::WholeFileReader> file;
+  const bool isOpen = zel::answerOr(false, [&] { return file.emplace(path).isOpen(); });
+  if (offset < 0 || !isOpen) {
     return 0;
   }
-  file.readInto(slots_.data() + offset);
+  const std::int64_t total = file->size() + offset;
+  if (total > std::numeric_limits<int>::max() || !slots_.reserve(static_cast<int>(total))) {
+    return 0;
+  }
+  // Characters that would be written over are kept, should reading fail.
+  Text kept;
+  const int lost = std::min(std::max(slots_.bound(), 0), static_cast<int>(total)) - offset;
+  if (!kept.reserve(lost)) {
+    return 0;
+  }
+  char* const begin = slots_.data() + offset;
+  std::copy_n(begin, std::max(lost, 0), kept.data());
+  if (!file->readInto(begin)) {
+    std::copy_n(kept.data(), std::max(lost, 0), begin);
+    return 0;
+  }
   setContentSize(static_cast<int>(total));
   return 1;
 }
 
 void CharArr::SaveFileM(const char* path) const {
   const auto size = static_cast<std::size_t>(std::max(slots_.bound(), 0));
-  if (!zel::saveWholeFile(path, slots_.data(), size)) {
+  const bool isSaved =
+      zel::answerOr(false, [&] { return zel::saveWholeFile(path, slots_.data(), size); });
+  if (!isSaved) {
     throw int{zel::kWriteFailure};
   }
 }

@@ -154,12 +154,14 @@ class ZEL_API CharArr {
   /// @}
   /// Loads a whole file, byte by byte, behind the first `offset` characters, which stay. Bound and
   /// available count become `offset` + its size.
-  /// @return 1; 0, with nothing changed, when the file cannot be opened, has no size (a directory,
-  ///         a pipe), does not fit, or `offset` is negative.
+  /// @return 1; 0, with nothing but the length changed, when the file cannot be opened or read, has
+  ///         no size (a directory, a pipe), does not fit, memory is refused, or `offset` is
+  ///         negative.
   int ReadFileM(const char* path, int offset);
   /// Saves the content, creating or replacing the file; a read-only file is replaced and stays
-  /// read-only. A file that cannot be saved keeps its old content, unless its directory allows no
-  /// second file beside it. @throws int 108 when it cannot be saved.
+  /// read-only. A file with several hard links or of another owner is written over in place. Every
+  /// other that cannot be saved keeps its old content, unless its directory allows no second file
+  /// beside it. @throws int 108 when it cannot be saved.
   void SaveFileM(const char* path) const;
 
  protected:

@@ -25,7 +25,8 @@ FileToReplace fileToReplace(const std::string& name) {
   }
   const std::unique_ptr<char, decltype(&std::free)> real(realpath(name.c_str(), nullptr),
                                                          &std::free);
-  return {real == nullptr ? name : real.get(), S_ISREG(status.st_mode)};
+  const bool isOwn = status.st_nlink == 1 && status.st_uid == geteuid();
+  return {real == nullptr ? name : real.get(), real != nullptr && isOwn && S_ISREG(status.st_mode)};
 }
 
 std::FILE* createFile(const std::string& name) { return std::fopen(name.c_str(), "wbx"); }
@@ -33,6 +34,9 @@ std::FILE* createFile(const std::string& name) { return std::fopen(name.c_str(),
 void copyPermissions(const std::string& source, const std::string& target) {
   struct stat status {};
   if (stat(source.c_str(), &status) == 0) {
+    // Of a group that is not the user's own, the file changes hands.
+    [[maybe_unused]] const int ignored =
+        chown(target.c_str(), static_cast<uid_t>(-1), status.st_gid);
     chmod(target.c_str(), status.st_mode & 07777);
   }
 }

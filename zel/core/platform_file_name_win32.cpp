@@ -18,6 +18,20 @@ bool isDevice(const std::string& name) {
   return length < MAX_PATH && std::string(full, length).rfind("\\\\.\\", 0) == 0;
 }
 
+/// Whether the file has further names, which must go on showing the same content.
+bool hasSeveralNames(const std::string& name) {
+  const HANDLE file =
+      CreateFileA(name.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                  OPEN_EXISTING, 0, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    return false;
+  }
+  BY_HANDLE_FILE_INFORMATION information{};
+  const bool isKnown = GetFileInformationByHandle(file, &information) != 0;
+  CloseHandle(file);
+  return isKnown && information.nNumberOfLinks > 1;
+}
+
 // Who may do what with the file.
 void copyAccessList(const std::string& source, const std::string& target) {
   DWORD size = 0;
@@ -36,7 +50,8 @@ FileToReplace fileToReplace(const std::string& name) {
   const DWORD attributes = GetFileAttributesA(name.c_str());
   const DWORD special = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
   const bool isThere = attributes != INVALID_FILE_ATTRIBUTES;
-  return {name, !isDevice(name) && !(isThere && (attributes & special) != 0)};
+  const bool isSpecial = isThere && ((attributes & special) != 0 || hasSeveralNames(name));
+  return {name, !isDevice(name) && !isSpecial};
 }
 
 // The system's oldest C library overlooks an 'x' in the mode of fopen().

@@ -1,3 +1,4 @@
+#include <dirent.h>
 #include <fnmatch.h>
 #include <iconv.h>
 #include <sys/stat.h>
@@ -8,9 +9,13 @@
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
+#include <memory>
+#include <new>
 #include <string>
+#include <string_view>
 #include <thread>
 
+#include "zel/core/detail/refused_memory.h"
 #include "zel/core/detail/text_code.h"
 #include "zel/core/platform.h"
 
@@ -33,23 +38,34 @@ std::string nativePath(const char* path) {
   return native;
 }
 
-PathKind kindOf(const fs::path& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (error || !fs::exists(status)) {
+PathKind kindOf(const std::string& path) {
+  struct stat status {};
+  if (stat(path.c_str(), &status) != 0) {
     return PathKind::kNothing;
   }
-  return fs::is_directory(status) ? PathKind::kDirectory : PathKind::kFile;
+  return S_ISDIR(status.st_mode) ? PathKind::kDirectory : PathKind::kFile;
 }
 
-PathKind findPattern(const fs::path& path) {
-  const std::string pattern = path.filename().string();
-  std::error_code error;
-  fs::directory_iterator entries(path.has_parent_path() ? path.parent_path() : fs::path("."),
-                                 error);
-  for (; !error && entries != fs::directory_iterator(); entries.increment(error)) {
-    if (fnmatch(pattern.c_str(), entries->path().filename().c_str(), 0) == 0) {
-      return kindOf(entries->path());
+struct DirectoryCloser {
+  void operator()(DIR* directory) const { closedir(directory); }
+};
+
+// Not by the standard library's iterator, which ends the program when memory is refused.
+PathKind findPattern(const std::string& path) {
+  const std::size_t nameAt = path.rfind('/') + 1;
+  const std::string folder = path.substr(0, nameAt);
+  const std::unique_ptr<DIR, DirectoryCloser> directory(
+      opendir(folder.empty() ? "." : folder.c_str()));
+  if (directory == nullptr) {
+    if (errno == ENOMEM) {
+      throw std::bad_alloc();
+    }
+    return PathKind::kNothing;
+  }
+  while (const dirent* entry = readdir(directory.get())) {
+    const std::string_view name = entry->d_name;
+    if (name != "." && name != ".." && fnmatch(path.c_str() + nameAt, entry->d_name, 0) == 0) {
+      return kindOf(folder + entry->d_name);
     }
   }
   return PathKind::kNothing;
@@ -80,8 +96,11 @@ ScreenPosition Platform::cursorPosition() { return {0, 0}; }
 void Platform::setCursorPosition(ScreenPosition /*position*/) {}
 void Platform::playSound(const char* /*file*/, SoundMode /*mode*/) {}
 
+// Better an unreadable notice than none.
 void Platform::showMessage(const char* gbkText) {
-  std::fprintf(stderr, "%s\n", noticeInUtf8(gbkText).c_str());
+  const std::string text = answerOr<std::string>({}, [&] { return noticeInUtf8(gbkText); });
+  const char* const bare = gbkText != nullptr ? gbkText : "";
+  std::fprintf(stderr, "%s\n", text.empty() ? bare : text.c_str());
 }
 
 PathKind Platform::findPath(const char* path) {

@@ -1,6 +1,7 @@
 // The tagged lists of the element arrays.
 
 #include <algorithm>
+#include <utility>
 
 #include "zel/containers/detail/text_index.h"
 #include "zel/containers/kw_string_arr.h"
@@ -8,6 +9,7 @@
 #include "zel/mesh/node.h"
 #include "zel/mesh/quad.h"
 #include "zel/mesh/triangle.h"
+#include "zel/textfile/detail/list_sinks.h"
 #include "zel/textfile/detail/list_text.h"
 
 namespace {
@@ -68,12 +70,16 @@ void writeList(KwIOCL* io, const char* name, const Slots& slots) {
   list.end();
 }
 
-// Makes room for the elements to come, all old ones being deleted.
-template <class Slots>
-void startReading(const zel::ListSource& source, int count, Slots* slots) {
-  if (!slots->reserve(source.roomFor(count, 0))) {
+void require(bool done) {
+  if (!done) {
     throw zel::kReadFailure;
   }
+}
+
+// Makes room for `room` elements, all old ones being deleted.
+template <class Slots>
+void startReading(int room, Slots* slots) {
+  require(slots->reserve(room));
   auto& store = storeOf(*slots);
   for (int i = 0; i < store.bound(); ++i) {
     if (store[i].IsAvailableM() == zel::kTagAvailable) {
@@ -83,56 +89,116 @@ void startReading(const zel::ListSource& source, int count, Slots* slots) {
   store.setAvailable(0);
 }
 
-template <class Slots>
+template <class Store>
+void countIfLive(Store& store, int index) {
+  if (store[index].IsAvailableM() == zel::kTagAvailable) {
+    store.setAvailable(store.available() + 1);
+  }
+}
+
+/// Reads the elements of one list into their slots.
+template <class Slots, class Element>
+class ElementReader {
+ public:
+  ElementReader(KwIOCL* io, const zel::ListSource& source, int count, Slots* slots)
+      : io_(io),
+        source_(source),
+        count_(count),
+        hasIndices_(isText(*io)),
+        slots_(slots),
+        // Beyond the count there is room only where there was.
+        end_(std::max(count, slots->length())),
+        sink_(slots) {}
+
+  void readAll() {
+    for (int entry = 0; entry < count_; ++entry) {
+      readOne(entry);
+    }
+    require(finish(count_));
+  }
+  /// After a failure: what waits is kept as far as what was read vouches for it.
+  void keepRead() {
+    const int end = sink_.endOfWaiting(source_.mostOf(count_));
+    static_cast<void>(finish(end));
+  }
+
+ private:
+  void readOne(int entry) {
+    auto& store = storeOf(*slots_);
+    int index = entry;
+    if (hasIndices_) {
+      io_->InputDM(&index);
+    }
+    require(index >= 0 && index < end_);
+    const int room = source_.roomFor(count_, entry + 1);
+    if (sink_.reaches(index,
+                      hasIndices_ && !source_.isMeasured() ? source_.mostOf(count_) : room)) {
+      store.setBound(std::min(count_, store.length()));
+      store[index].FmInputZelFileM(io_);
+      countIfLive(store, index);
+    } else {
+      require(!source_.isMeasured());
+      Element element;
+      element.FmInputZelFileM(io_);
+      require(sink_.wait(index, std::move(element)));
+    }
+  }
+  bool finish(int end) {
+    auto& store = storeOf(*slots_);
+    const bool isLong = sink_.finish(end, [&store](int index, Element element) {
+      store[index] = std::move(element);
+      countIfLive(store, index);
+    });
+    store.setBound(std::min(count_, store.length()));
+    return isLong;
+  }
+
+  KwIOCL* io_;
+  const zel::ListSource& source_;
+  int count_;
+  bool hasIndices_;
+  Slots* slots_;
+  int end_;
+  zel::ElementSink<Slots, Element> sink_;
+};
+
+template <class Element, class Slots>
 void readList(KwIOCL* io, Slots* slots, LeastBytes least) {
   FILE* file = zel::streamOf(io, zel::kReadFailure);
-  const bool hasIndices = isText(*io);
-  const zel::ListSource source(file, hasIndices ? least.text : least.binary);
+  const zel::ListSource source(file, isText(*io) ? least.text : least.binary);
   const int count = zel::readCount(*io, source);
   if (count > 0) {
-    startReading(source, count, slots);
-  }
-  auto& store = storeOf(*slots);
-  for (int entry = 0; entry < count; ++entry) {
-    const int room = source.roomFor(count, entry);
-    if (!slots->reserve(room)) {
-      throw zel::kReadFailure;
-    }
-    store.setBound(room);
-    int index = entry;
-    if (hasIndices) {
-      io->InputDM(&index);
-    }
-    if (index < 0 || index >= store.length()) {
-      throw zel::kReadFailure;
-    }
-    store[index].FmInputZelFileM(io);
-    if (store[index].IsAvailableM() == zel::kTagAvailable) {
-      store.setAvailable(store.available() + 1);
+    startReading(source.isMeasured() ? count : 0, slots);
+    ElementReader<Slots, Element> reader(io, source, count, slots);
+    try {
+      reader.readAll();
+    } catch (int) {
+      reader.keepRead();
+      throw;
     }
   }
-  if (hasIndices) {
+  if (isText(*io)) {
     io->SkipLineM();
   }
 }
 
 }  // namespace
 
-void NodeArr::FmInputZelLstM(KwIOCL* io) { readList(io, &nodes_, kLeastNode); }
+void NodeArr::FmInputZelLstM(KwIOCL* io) { readList<NodeCL>(io, &nodes_, kLeastNode); }
 void NodeArr::FmOutputZelLstM(KwIOCL* io, const char* name) const { writeList(io, name, nodes_); }
 
-void TriangleArr::FmInputZelLstM(KwIOCL* io) { readList(io, &faces_, kLeastTriangle); }
+void TriangleArr::FmInputZelLstM(KwIOCL* io) { readList<TriangleCL>(io, &faces_, kLeastTriangle); }
 void TriangleArr::FmOutputZelLstM(KwIOCL* io, const char* name) const {
   writeList(io, name, faces_);
 }
 
-void QuadArr::FmInputZelLstM(KwIOCL* io) { readList(io, &faces_, kLeastQuad); }
+void QuadArr::FmInputZelLstM(KwIOCL* io) { readList<QuadCL>(io, &faces_, kLeastQuad); }
 void QuadArr::FmOutputZelLstM(KwIOCL* io, const char* name) const { writeList(io, name, faces_); }
 
 // Lists carry no texts: the slots keep those they had. The index knows another bound.
 void KwStringArr::FmInputZelLstM(KwIOCL* io) {
   index_.reset();
-  readList(io, &slots_, kLeastString);
+  readList<KwStringCL>(io, &slots_, kLeastString);
 }
 void KwStringArr::FmOutputZelLstM(KwIOCL* io, const char* name) const {
   writeList(io, name, slots_);

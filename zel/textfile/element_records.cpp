@@ -80,7 +80,7 @@ void KwBaseCL::FmOutputZelFileM(KwIOCL* io) const {
 }
 
 int KwBaseCL::FmReadZelFileM(FILE* file) {
-  zel::TextScanner scanner(file, zel::LookAhead::kLine);
+  zel::TextScanner scanner(zel::soundOrNone(file), zel::LookAhead::kLine);
   int tag = 0;
   if (scanner.number(tag)) {
     SetDeleteTagM(static_cast<char>(tag));

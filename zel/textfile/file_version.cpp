@@ -1,11 +1,10 @@
 #include "zel/textfile/file_version.h"
 
-#include <new>
 #include <string>
 #include <string_view>
 
 #include "zel/core/constants.h"
-#include "zel/core/memory.h"
+#include "zel/core/detail/refused_memory.h"
 #include "zel/core/platform.h"
 #include "zel/textfile/detail/text_view.h"
 
@@ -67,15 +66,16 @@ int slGetFileVersion(const char* tag) {
 
 int slFileMessage(int code, const char* name) {
   const std::string_view message = messageOf(code);
-  try {
-    std::string text(message);
+  const std::string text = zel::answerOr<std::string>({}, [&] {
+    std::string whole(message);
     if (name != nullptr) {
-      text.append(": ").append(name);
+      whole.append(": ").append(name);
     }
-    zel::platform().showMessage(text.c_str());
-  } catch (const std::bad_alloc&) {
-    kwErrorMessage(zel::kOutOfMemory);
-    zel::platform().showMessage(message.data());
-  }
+    return whole;
+  });
+  static_cast<void>(zel::answerOr(0, [&] {
+    zel::platform().showMessage(text.empty() ? message.data() : text.c_str());
+    return 1;
+  }));
   return 1;
 }

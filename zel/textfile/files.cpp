@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "zel/core/constants.h"
+#include "zel/core/detail/refused_memory.h"
 #include "zel/core/platform.h"
 #include "zel/textfile/detail/text_view.h"
 
@@ -15,7 +16,11 @@ using zel::viewOf;
 
 bool isSeparator(char c) { return c == '\\' || c == '/'; }
 
-bool exists(const char* path) { return zel::platform().findPath(path) != PathKind::kNothing; }
+PathKind kindOf(const char* path) {
+  return zel::answerOr(PathKind::kNothing, [&] { return zel::platform().findPath(path); });
+}
+
+bool exists(const char* path) { return kindOf(path) != PathKind::kNothing; }
 
 bool isPresentDrive(char letter) {
   const auto code = static_cast<unsigned char>(letter);
@@ -43,8 +48,8 @@ std::size_t rootLength(std::string_view path) {
 }
 
 bool makeDirectory(const char* path) {
-  return zel::platform().createDirectory(path) ||
-         zel::platform().findPath(path) == PathKind::kDirectory;
+  return zel::answerOr(false, [&] { return zel::platform().createDirectory(path); }) ||
+         kindOf(path) == PathKind::kDirectory;
 }
 
 }  // namespace
@@ -99,8 +104,10 @@ int slCopyFile(const char* source, const char* destination) {
   if (!to.empty() && isSeparator(to.back())) {
     zel::copyText(target + to.size(), from.substr(from.find_last_of("\\/") + 1));
   }
-  if (!exists(target)) {
-    zel::platform().copyFile(from.data(), target);
-  }
+  // A target that could not be looked for may be there.
+  static_cast<void>(zel::answerOr(false, [&] {
+    return zel::platform().findPath(target) == PathKind::kNothing &&
+           zel::platform().copyFile(from.data(), target);
+  }));
   return 1;
 }

@@ -8,7 +8,7 @@
 #include "zel/containers/point2d_arr.h"
 #include "zel/core/constants.h"
 #include "zel/textfile/detail/line_printer.h"
-#include "zel/textfile/detail/list_text.h"
+#include "zel/textfile/detail/list_sinks.h"
 #include "zel/textfile/detail/plain_list.h"
 #include "zel/textfile/detail/platform_stdio.h"
 #include "zel/textfile/detail/text_view.h"
@@ -82,17 +82,25 @@ int readList(FILE* file, Array* array) {
   array->DelAllM();
   const zel::ListSource source(file, kLeastEntryBytes);
   int count = 0;
-  zel::readPlainTagLine(file, &count, kReadColumns);
+  if (!zel::readPlainTagLine(file, &count, kReadColumns)) {
+    count = 0;
+  }
+  using Item = std::array<Value, kCount>;
+  const auto store = [array](int at, const Item& item) {
+    setItem(array, item, at);
+    return true;
+  };
+  zel::EntrySink<Item, decltype(store)> sink(source, zel::AtFault::kSkip, store);
   for (int entry = 0; entry < count; ++entry) {
     int index = 0;
     if (!zel::readPlainTagLine(file, &index, kReadColumns)) {
       return 1;
     }
-    const auto item = readItem<Value, kCount>(file);
-    if (item.has_value() && source.mayName(index, entry)) {
-      setItem(array, *item, index);
+    if (const auto item = readItem<Value, kCount>(file)) {
+      static_cast<void>(sink.put(index, *item));
     }
   }
+  static_cast<void>(sink.finish());
   zel::skipPlainEnd(file);
   return 1;
 }

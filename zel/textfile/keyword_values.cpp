@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "zel/textfile/detail/plain_list.h"
 #include "zel/textfile/detail/platform_stdio.h"
 #include "zel/textfile/detail/text_scanner.h"
 #include "zel/textfile/detail/text_view.h"
@@ -10,11 +11,13 @@ namespace {
 
 template <class... Value>
 int scanFields(FILE* file, const char* format, Value*... values) {
-  if (file == nullptr || format == nullptr) {
+  if (zel::soundOrNone(file) == nullptr || format == nullptr) {
     return 0;
   }
   const zel::CLocaleScope neutral;
-  return std::fscanf(file, format, values...) == static_cast<int>(sizeof...(values)) ? 1 : 0;
+  const bool isDone = std::fscanf(file, format, values...) == static_cast<int>(sizeof...(values));
+  // The scanner takes what a failure cut off for a whole number.
+  return isDone && std::ferror(file) == 0 ? 1 : 0;
 }
 
 template <class... Value>
@@ -122,16 +125,16 @@ int slFprintfTexPixel4D(FILE* file, const char* format, const unsigned char* v) 
 }
 
 int slFgets(FILE* file, char* buffer, int size) {
-  zel::TextScanner(file, zel::LookAhead::kLine).line(buffer, size);
+  zel::TextScanner(zel::soundOrNone(file), zel::LookAhead::kLine).line(buffer, size);
   return 1;
 }
 
 int slSkipLine(FILE* file) {
-  return zel::TextScanner(file, zel::LookAhead::kLine).skipLine() ? 1 : 0;
+  return zel::TextScanner(zel::soundOrNone(file), zel::LookAhead::kLine).skipLine() ? 1 : 0;
 }
 
 int slSearchStrM(FILE* file, const char* word) {
-  if (file == nullptr || std::feof(file) != 0) {
+  if (zel::soundOrNone(file) == nullptr || std::feof(file) != 0) {
     return 0;
   }
   const std::string_view wanted = zel::viewOf(word);

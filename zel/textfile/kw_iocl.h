@@ -37,7 +37,7 @@ class ZEL_API KwIOCL {
   KwIOCL();
   KwIOCL(const KwIOCL& other);
   /// Closes the stream in hand, then copies everything, sharing the other's stream.
-  /// @throws int 108 as CloseM().
+  /// @throws int 108 as CloseM(), after that.
   KwIOCL& operator=(const KwIOCL& other);
   /// Closes the stream; a failure to write the rest is lost here, so call CloseM() before.
   virtual ~KwIOCL();
@@ -48,14 +48,19 @@ class ZEL_API KwIOCL {
   /// @param mode as of `fopen`; with a 'b' anywhere in it the stream is binary.
   /// @return 1.
   /// @throws int 109 when the file cannot be opened or is a directory; there is then no stream.
+  /// @throws int 108 as CloseM() for the stream that was in hand; the new one is open then.
   int OpenM(const char* fileName, const char* mode);
   /// Closes the stream if there is one; may be called any number of times.
-  /// @return 1. @throws int 108 when the last of the data could not be written; it is closed then.
+  /// @return 1.
+  /// @throws int 108 when anything that was written to the stream since it was opened, by whatever
+  ///         call, did not arrive; it is closed then. A stream that was only read throws nothing.
   int CloseM();
   /// Takes over an open stream, closing the one in hand. The kind of stream (text or binary) and
   /// the measured file length stay as they were, so EofM() on a fresh object says 1.
   /// @param file becomes the object's; null leaves it without a stream.
   /// @return 1.
+  /// @throws int 108 as CloseM() for the stream that was in hand; the new one is taken over then.
+  /// @throws int 109 when memory for it is refused; `file` is closed then.
   int CreateIndirectlyM(FILE* file, const char* fileName, const char* versionStr, int versionNum);
 
   // --- names and versions; longer texts are cut to 259 and 99 characters ---
@@ -196,15 +201,33 @@ class ZEL_API KwIOCL {
    public:
     Handle() = default;
     Handle(const Handle& other) noexcept;
+    /// @throws int 108 as settle(), with the other's stream taken.
     Handle& operator=(const Handle& other);
     ~Handle();
-    [[nodiscard]] FILE* get() const { return shared_ != nullptr ? *shared_ : nullptr; }
-    void adopt(FILE* file);
-    [[nodiscard]] bool close() noexcept;
+    [[nodiscard]] FILE* get() const { return shared_ != nullptr ? shared_->file : nullptr; }
+    /// @param isReadOnly whether the stream is known to take no writes.
+    /// @param isWritten whether it is opened to be written, or was written to.
+    void adopt(FILE* file, bool isReadOnly, bool isWritten);
+    void noteWrite() const { shared_->isWritten = true; }
+    /// Remembers a failed write, which the error flag tells of, and clears the flag.
+    void noteFailure() const;
+    /// As fseek(); a failed write, of what was buffered too, is remembered.
+    void seek(std::int64_t offset, int origin) const;
+    /// A loss that this meets is told by the next settle().
+    void close() noexcept;
+    /// @throws int 108 once when a stream closed since the last call had lost anything.
+    void settle();
 
    private:
-    std::shared_ptr<FILE*> shared_;
+    struct Stream {
+      FILE* file;
+      bool isReadOnly;
+      bool isWritten;
+      bool hasLost;
+    };
+    std::shared_ptr<Stream> shared_;
     bool isOwner_ = false;
+    bool owesFailure_ = false;
   };
   static constexpr int kSlots = 20;
   static constexpr int kFormatSize = 50;
@@ -234,7 +257,6 @@ class ZEL_API KwIOCL {
   void readString(char* text);
   bool nextStringEquals(std::string_view text);
 
-  Handle stream_;
   char defaultFmts_[kSlots][kFormatSize];
   char fmts_[kSlots][kFormatSize];
   bool isDefaultFmt_[kSlots];
@@ -245,4 +267,5 @@ class ZEL_API KwIOCL {
   char versionStr_[100] = "";
   int versionNum_;
   std::int64_t fileLength_ = 0;
+  Handle stream_;  // the last: its assignment may throw, everything else is taken then
 };

@@ -93,9 +93,10 @@ int KwIOCL::InputDM(int* value, const char* format) {
   if (format == nullptr || !isText()) {
     return InputDM(value);
   }
+  stream_.noteFailure();
   {
     const zel::CLocaleScope neutral;
-    require(std::fscanf(file, format, value) == 1);
+    require(std::fscanf(file, format, value) == 1 && std::ferror(file) == 0);
   }
   zel::TextScanner scanner(file, lookAhead());
   finishRead(scanner);

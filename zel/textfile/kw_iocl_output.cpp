@@ -68,6 +68,7 @@ bool printTuple(FILE* file, const char* format, const T* v, int count) {
 FILE* KwIOCL::writable() const {
   FILE* file = stream_.get();
   require(file != nullptr);
+  stream_.noteWrite();
   return file;
 }
 

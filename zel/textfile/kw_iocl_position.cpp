@@ -16,13 +16,14 @@ constexpr int kSearchBuffer = 255;
 
 void KwIOCL::RewindM() {
   if (FILE* file = stream_.get()) {
-    std::rewind(file);
+    stream_.seek(0, SEEK_SET);
+    std::clearerr(file);
   }
 }
 
 void KwIOCL::SeekM(long offset, int origin) {
-  if (FILE* file = stream_.get()) {
-    std::fseek(file, offset, origin);
+  if (stream_.get() != nullptr) {
+    stream_.seek(offset, origin);
   }
 }
 

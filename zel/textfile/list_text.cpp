@@ -63,27 +63,32 @@ void ListWriter::end() {
 ListSource::ListSource(FILE* file, int leastEntryBytes)
     : left_(file != nullptr ? bytesLeft(file) : 0),
       length_(left_),
-      isKnown_(left_ != std::numeric_limits<std::int64_t>::max()),
+      takenBefore_(charactersTaken()),
+      isMeasured_(left_ != std::numeric_limits<std::int64_t>::max()),
       leastEntryBytes_(leastEntryBytes) {
-  if (file != nullptr && isKnown_) {
+  if (file != nullptr && isMeasured_) {
     length_ += tell(file);
   }
 }
+
+std::int64_t ListSource::read() const { return charactersTaken() - takenBefore_; }
 
 bool ListSource::mayHold(int count) const {
   return count >= 0 && count <= left_ / leastEntryBytes_;
 }
 
 int ListSource::mostOf(int count) const {
-  return static_cast<int>(std::min<std::int64_t>(count, left_ / leastEntryBytes_));
+  const std::int64_t bytes = isMeasured_ ? left_ : read();
+  return static_cast<int>(std::min<std::int64_t>(count, bytes / leastEntryBytes_));
 }
 
-bool ListSource::mayName(int index, int entry) const {
-  return index >= 0 && index < (isKnown_ ? length_ : std::int64_t{entry} + kStep);
+bool ListSource::mayName(int index) const {
+  return index >= 0 && index < (isMeasured_ ? length_ : read());
 }
 
 int ListSource::roomFor(int count, int done) const {
-  return isKnown_ || count - done <= kStep ? count : done + kStep;
+  const std::int64_t room = std::max<std::int64_t>(kFirstRoom, 2 * std::int64_t{done});
+  return isMeasured_ ? count : static_cast<int>(std::min<std::int64_t>(count, room));
 }
 
 FILE* streamOf(KwIOCL* io, int failure) {

@@ -1,12 +1,15 @@
 // The mesh arrays on plain stdio streams: their own lists and the DB export.
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <type_traits>
 
 #include "zel/core/constants.h"
 #include "zel/mesh/node.h"
 #include "zel/mesh/quad.h"
 #include "zel/mesh/triangle.h"
-#include "zel/textfile/detail/list_text.h"
+#include "zel/textfile/detail/list_sinks.h"
 #include "zel/textfile/detail/plain_list.h"
 
 namespace {
@@ -16,6 +19,7 @@ using zel::PlainListWriter;
 
 // A line has a character and its end: index, tag, at least three lines of the record.
 constexpr int kLeastRecordBytes = 2 + 2 + 6 + 6;
+constexpr std::int64_t kMostSlots = std::numeric_limits<int>::max();
 
 bool isLive(const KwBaseCL& element) { return element.IsAvailableM() == zel::kTagAvailable; }
 
@@ -47,56 +51,145 @@ int exportLive(FILE* file, const char* name, const char* endName, const Faces& f
   return 1;
 }
 
-// The storage rule of face lists: the last slot that the list names exists and is fresh.
-template <class Faces>
-void prepareFaces(Faces* faces, int count) {
-  if (count < 1) {
-    return;
+// Reads one record on top of `element`. @return false, with `element` as it was, when reading
+// fails.
+template <class Element>
+bool readRecord(FILE* file, Element* element) {
+  Element record = *element;
+  record.FmReadZelFileM(file);
+  const bool isWhole = zel::soundOrNone(file) != nullptr;
+  if (isWhole) {
+    *element = record;
   }
-  if (count > faces->length()) {
-    faces->addSize(std::max(faces->length(), count - faces->length()));
-  }
-  auto& store = faces->changeAll();
-  if (count <= store.length()) {
-    store.setBound(std::max(store.bound(), count));
-    store[count - 1] = {};
-  }
+  return isWhole;
 }
 
 // Reads one record into slot `index`, or past it when there is no such slot.
 // @return whether a slot received a live element.
 template <class Slots>
-bool readRecord(FILE* file, Slots* slots, int index) {
+bool readIntoSlot(FILE* file, Slots* slots, int index) {
   auto& store = slots->changeAll();
+  std::remove_reference_t<decltype(store[0])> dropped;
   if (index < 0 || index >= store.length()) {
-    std::remove_reference_t<decltype(store[0])> dropped;
     dropped.FmReadZelFileM(file);
     return false;
   }
-  store[index].FmReadZelFileM(file);
-  return isLive(store[index]);
+  return readRecord(file, &store[index]) && isLive(store[index]);
 }
 
-// Reads the frame of a list: `prepare(count)` makes room, `readOne(index)` reads a record.
-template <class Prepare, class ReadOne>
-int readFrame(FILE* file, Prepare prepare, ReadOne readOne) {
-  const ListSource source(file, kLeastRecordBytes);
-  int count = 0;
-  zel::readPlainTagLine(file, &count);
-  int prepared = 0;
-  for (int entry = 0; entry < count; ++entry) {
-    const int room = source.roomFor(source.mostOf(count), entry);
-    if (room > prepared) {
-      prepare(room);
-      prepared = room;
+// What node lists and face lists do each their own way:
+//   prepare(count)            makes room for a list of `count` records
+//   lengthAfter(before, count)  the length of the store that this makes of another one
+//   noteRead(count)           raises the bound where prepare() does
+//   countLive()               counts a live element
+
+template <class Nodes>
+struct NodeWays {
+  Nodes* slots;
+
+  void prepare(int count) const { slots->reserve(count); }
+  static int lengthAfter(int before, int count) { return std::max(before, count); }
+  void noteRead(int /*count*/) const {}
+  // A live node takes up the next slot, wherever it was stored.
+  void countLive() const {
+    if (slots->bound() == slots->length()) {
+      slots->addSize(slots->length());
     }
+    if (slots->bound() < slots->length()) {
+      slots->takeUpNextSlot();
+    }
+  }
+};
+
+template <class Faces>
+struct FaceWays {
+  Faces* slots;
+
+  // The last slot that the list names exists and is fresh.
+  void prepare(int count) const {
+    if (count > slots->length()) {
+      slots->reserve(lengthAfter(slots->length(), count));
+    }
+    if (count > 0 && count <= slots->length()) {
+      noteRead(count);
+      slots->changeAll()[count - 1] = {};
+    }
+  }
+  static int lengthAfter(int before, int count) {
+    const std::int64_t doubled = std::min<std::int64_t>(2 * std::int64_t{before}, kMostSlots);
+    return count > before ? std::max(static_cast<int>(doubled), count) : before;
+  }
+  void noteRead(int count) const {
+    auto& store = slots->changeAll();
+    store.setBound(std::max(store.bound(), count));
+  }
+  void countLive() const { slots->setAvailable(slots->store().available() + 1); }
+};
+
+// Reads records until one has no index. @return whether all were read.
+template <class ReadOne>
+bool readRecords(FILE* file, int count, ReadOne readOne) {
+  for (int entry = 0; entry < count; ++entry) {
     int index = 0;
     if (!zel::readPlainTagLine(file, &index)) {
-      return 1;
+      return false;
     }
     readOne(index);
   }
-  zel::skipPlainEnd(file);
+  return true;
+}
+
+// Reads the records of a list for which nothing vouches but what has been read of it: the store
+// grows on the way and is in the end as if room had been made beforehand.
+template <class Element, class Ways>
+bool readUnmeasured(FILE* file, const ListSource& source, int count, const Ways& ways) {
+  auto* slots = ways.slots;
+  const int before = slots->length();
+  zel::ElementSink<std::remove_pointer_t<decltype(slots)>, Element> sink(slots);
+  int live = 0;
+  const bool isWhole = readRecords(file, count, [&](int index) {
+    if (sink.reaches(index, source.mostOf(count))) {
+      live += readIntoSlot(file, slots, index) ? 1 : 0;
+      return;
+    }
+    Element element;
+    if (readRecord(file, &element) && index >= 0) {
+      static_cast<void>(sink.wait(index, element));
+    }
+  });
+  const int done = isWhole ? count : source.mostOf(count);
+  const bool isLong =
+      sink.finish(ways.lengthAfter(before, done), [&](int index, const Element& element) {
+        slots->changeAll()[index] = element;
+        live += isLive(element) ? 1 : 0;
+      });
+  if (isLong) {
+    ways.noteRead(done);
+  }
+  for (; live > 0; --live) {
+    ways.countLive();
+  }
+  return isWhole;
+}
+
+// `readOne(index)` reads a record into a slot and counts it when it is live.
+template <class Element, class Ways, class ReadOne>
+int readList(FILE* file, const Ways& ways, ReadOne readOne) {
+  const ListSource source(file, kLeastRecordBytes);
+  int count = 0;
+  if (!zel::readPlainTagLine(file, &count)) {
+    count = 0;
+  }
+  bool isWhole = true;
+  if (source.isMeasured() || count <= ways.slots->length()) {
+    ways.prepare(source.isMeasured() ? source.mostOf(count) : count);
+    isWhole = readRecords(file, count, readOne);
+  } else {
+    isWhole = readUnmeasured<Element>(file, source, count, ways);
+  }
+  if (isWhole) {
+    zel::skipPlainEnd(file);
+  }
   return 1;
 }
 
@@ -105,20 +198,13 @@ int readFrame(FILE* file, Prepare prepare, ReadOne readOne) {
 // --- nodes -------------------------------------------------------------------------------------
 
 int NodeArr::FmReadNodeLstM(FILE* file) {
-  return readFrame(
-      file, [this](int count) { nodes_.reserve(count); },
-      [this, file](int index) { fmReadOneNodeM(file, index); });
+  return readList<NodeCL>(file, NodeWays{&nodes_},
+                          [this, file](int index) { fmReadOneNodeM(file, index); });
 }
 
-// A live node takes up the next slot, wherever it was stored.
 int NodeArr::fmReadOneNodeM(FILE* file, int index) {
-  if (readRecord(file, &nodes_, index)) {
-    if (nodes_.bound() == nodes_.length()) {
-      nodes_.addSize(nodes_.length());
-    }
-    if (nodes_.bound() < nodes_.length()) {
-      nodes_.takeUpNextSlot();
-    }
+  if (readIntoSlot(file, &nodes_, index)) {
+    NodeWays{&nodes_}.countLive();
   }
   return 1;
 }
@@ -126,14 +212,13 @@ int NodeArr::fmReadOneNodeM(FILE* file, int index) {
 // --- triangles ---------------------------------------------------------------------------------
 
 int TriangleArr::FmReadTriangleLstM(FILE* file) {
-  return readFrame(
-      file, [this](int count) { prepareFaces(&faces_, count); },
-      [this, file](int index) { fmReadOneTriangleM(file, index); });
+  return readList<TriangleCL>(file, FaceWays{&faces_},
+                              [this, file](int index) { fmReadOneTriangleM(file, index); });
 }
 
 int TriangleArr::fmReadOneTriangleM(FILE* file, int index) {
-  if (readRecord(file, &faces_, index)) {
-    faces_.setAvailable(faces_.store().available() + 1);
+  if (readIntoSlot(file, &faces_, index)) {
+    FaceWays{&faces_}.countLive();
   }
   return 1;
 }
@@ -150,14 +235,13 @@ int TriangleArr::ExportTriangleLstDBFileM(FILE* file, const float* matrix) const
 // --- quads -------------------------------------------------------------------------------------
 
 int QuadArr::FmReadQuadLstM(FILE* file) {
-  return readFrame(
-      file, [this](int count) { prepareFaces(&faces_, count); },
-      [this, file](int index) { fmReadOneQuadM(file, index); });
+  return readList<QuadCL>(file, FaceWays{&faces_},
+                          [this, file](int index) { fmReadOneQuadM(file, index); });
 }
 
 int QuadArr::fmReadOneQuadM(FILE* file, int index) {
-  if (readRecord(file, &faces_, index)) {
-    faces_.setAvailable(faces_.store().available() + 1);
+  if (readIntoSlot(file, &faces_, index)) {
+    FaceWays{&faces_}.countLive();
   }
   return 1;
 }

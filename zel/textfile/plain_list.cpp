@@ -8,7 +8,7 @@ namespace {
 
 template <class Value>
 bool readFields(FILE* file, Value* values, int count, Scans scans) {
-  TextScanner scanner(file, LookAhead::kLine);
+  TextScanner scanner(soundOrNone(file), LookAhead::kLine);
   bool found = true;
   for (int i = 0; i < count; ++i) {
     const bool hasComma = i == 0 || (found && scanner.takeIf(','));
@@ -40,8 +40,10 @@ void PlainListWriter::writeEnd(FILE* file, std::string_view name) {
   LinePrinter(file).add(kEndTag.head).add(name).add(kEndTag.tail).add("\n").finish();
 }
 
+FILE* soundOrNone(FILE* file) { return file != nullptr && std::ferror(file) == 0 ? file : nullptr; }
+
 bool readPlainTagLine(FILE* file, int* number, int maxColumns) {
-  TextScanner scanner(file, LookAhead::kLine);
+  TextScanner scanner(soundOrNone(file), LookAhead::kLine);
   const bool found = scanner.number(*number, maxColumns);
   if (found) {
     scanner.takeIf(',');
@@ -49,7 +51,7 @@ bool readPlainTagLine(FILE* file, int* number, int maxColumns) {
   if (scanner.word(nullptr)) {
     scanner.skipTrailingSpace();
   }
-  return found;
+  return found && !scanner.failed();
 }
 
 bool readPlainFields(FILE* file, int* values, int count, Scans scans) {
@@ -61,7 +63,7 @@ bool readPlainFields(FILE* file, float* values, int count, Scans scans) {
 }
 
 void skipPlainEnd(FILE* file) {
-  TextScanner scanner(file, LookAhead::kLine);
+  TextScanner scanner(soundOrNone(file), LookAhead::kLine);
   if (scanner.word(nullptr)) {
     scanner.skipTrailingSpace();
   }

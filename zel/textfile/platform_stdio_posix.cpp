@@ -1,11 +1,16 @@
 #include <sys/stat.h>
 #include <sys/types.h>
+#if defined(__GLIBC__)
+#include <stdio_ext.h>
+#endif
 
 #include <algorithm>
 #include <limits>
 #include <memory>
 
+#include "zel/core/constants.h"
 #include "zel/core/detail/file_name.h"
+#include "zel/core/memory.h"
 #include "zel/textfile/detail/platform_stdio.h"
 
 namespace zel {
@@ -31,9 +36,20 @@ void giveBack(FILE* file, std::string_view text) {
     return;
   }
   for (; !text.empty(); text.remove_suffix(1)) {
-    std::ungetc(static_cast<unsigned char>(text.back()), file);
+    if (std::ungetc(static_cast<unsigned char>(text.back()), file) == EOF) {
+      kwErrorMessage(kOutOfMemory);
+      return;
+    }
   }
 }
+
+#if defined(__GLIBC__)
+bool takesWrites(FILE* file) { return __fwritable(file) != 0; }
+bool isBeingWritten(FILE* file) { return __fwriting(file) != 0; }
+#else
+bool takesWrites(FILE* /*file*/) { return true; }
+bool isBeingWritten(FILE* /*file*/) { return false; }
+#endif
 
 std::int64_t bytesLeft(FILE* file) {
   struct stat status {};

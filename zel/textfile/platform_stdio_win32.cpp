@@ -7,6 +7,8 @@
 #include <cstring>
 #include <limits>
 
+#include "zel/core/constants.h"
+#include "zel/core/memory.h"
 #include "zel/textfile/detail/platform_stdio.h"
 
 namespace zel {
@@ -54,9 +56,15 @@ bool canTakeLineBack([[maybe_unused]] FILE* file, [[maybe_unused]] std::size_t s
 
 void giveBack(FILE* file, std::string_view text) {
   for (; !text.empty(); text.remove_suffix(1)) {
-    std::ungetc(static_cast<unsigned char>(text.back()), file);
+    if (std::ungetc(static_cast<unsigned char>(text.back()), file) == EOF) {
+      kwErrorMessage(kOutOfMemory);
+      return;
+    }
   }
 }
+
+bool takesWrites(FILE* /*file*/) { return true; }
+bool isBeingWritten(FILE* /*file*/) { return false; }
 
 std::int64_t bytesLeft(FILE* file) {
   const std::int64_t length = _filelengthi64(_fileno(file));

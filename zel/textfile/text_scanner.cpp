@@ -15,10 +15,18 @@ bool isDigit(int c) { return c >= '0' && c <= '9'; }
 int lowerCase(int c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; }
 bool isHexDigit(int c) { return isDigit(c) || (lowerCase(c) >= 'a' && lowerCase(c) <= 'f'); }
 
+thread_local std::int64_t takenOfThread = 0;
+
 }  // namespace
 
+std::int64_t charactersTaken() { return takenOfThread; }
+
+void TextScanner::noteTaken(std::size_t count) {
+  takenOfThread += static_cast<std::int64_t>(count);
+}
+
 int TextScanner::refill() {
-  if (file_ == nullptr) {
+  if (file_ == nullptr || hasFailed_) {
     return EOF;
   }
   if (lookAhead_ == LookAhead::kLine && canTakeLineBack(file_, sizeof buffer_ - 1)) {
@@ -30,7 +38,12 @@ int TextScanner::refill() {
     end_ = c != EOF ? buffer_ + 1 : buffer_;
     buffer_[1] = '\0';
   }
-  return at_ != end_ ? static_cast<unsigned char>(*at_) : EOF;
+  if (at_ == end_) {
+    hasFailed_ = std::feof(file_) == 0;
+    return EOF;
+  }
+  fetched_ += static_cast<std::size_t>(end_ - at_);
+  return static_cast<unsigned char>(*at_);
 }
 
 // Reads up to a line end or a full buffer. fgets() does not tell how much it stored, and the text
@@ -87,7 +100,7 @@ void TextScanner::line(char* text, int size) {
     }
   }
   if (size > 0) {
-    text[stored] = '\0';
+    text[hasFailed_ ? 0 : stored] = '\0';
   }
 }
 
@@ -114,7 +127,7 @@ bool TextScanner::takeWord(Sink sink) {
   for (; c != EOF && !isSpace(c); c = next()) {
     sink(static_cast<char>(c));
   }
-  return true;
+  return !hasFailed_;
 }
 
 bool TextScanner::word(char* word) {
@@ -122,7 +135,7 @@ bool TextScanner::word(char* word) {
     return takeWord([](char) {});
   }
   const bool found = takeWord([&](char c) { *word++ = c; });
-  if (found) {
+  if (found || hasFailed_) {
     *word = '\0';
   }
   return found;
@@ -167,7 +180,7 @@ bool TextScanner::number(int& value, int maxColumns) {
     magnitude = magnitude > limit ? magnitude : magnitude * 10 + (c - '0');
     c = next();
   }
-  if (magnitude > limit) {
+  if (magnitude > limit || hasFailed_) {
     return false;
   }
   value = static_cast<int>(negative ? -magnitude : magnitude);
@@ -288,10 +301,11 @@ bool TextScanner::number(float& value) {
     const bool isHex = zeroTaken && (takeIf('x') || takeIf('X'));
     found = isHex ? hexReal(magnitude) : decimalReal(magnitude, zeroTaken);
   }
-  if (found) {
-    value = negative ? -magnitude : magnitude;
+  if (!found || hasFailed_) {
+    return false;
   }
-  return found;
+  value = negative ? -magnitude : magnitude;
+  return true;
 }
 
 }  // namespace zel

@@ -13,6 +13,7 @@
 #include "zel/containers/point3d_arr.h"
 #include "zel/containers/real_arr.h"
 #include "zel/core/constants.h"
+#include "zel/textfile/detail/list_sinks.h"
 #include "zel/textfile/detail/list_text.h"
 
 namespace {
@@ -21,6 +22,12 @@ using zel::ListSource;
 using zel::SlotStore;
 
 constexpr int kLeastLineBytes = 2;
+
+void require(bool done) {
+  if (!done) {
+    throw zel::kReadFailure;
+  }
+}
 
 // --- one item on a line of its own -------------------------------------------------------------
 
@@ -85,18 +92,18 @@ void readIndexed(KwIOCL& io, SlotStore<Slot, Policy>* slots) {
   io.SetAutoNewLineM(1);
   const ListSource source(zel::streamOf(&io, zel::kReadFailure), 2 * kLeastLineBytes);
   const int count = zel::readCount(io, source);
+  const auto store = [slots](int index, const Slot& item) {
+    return !isTaken(item) || slots->set(item, index);
+  };
+  zel::EntrySink<Slot, decltype(store)> sink(source, zel::AtFault::kStop, store);
   for (int entry = 0; entry < count; ++entry) {
     int index = 0;
     Slot item{};
     io.InputDM(&index);
     readItem(io, &item);
-    if (!source.mayName(index, entry)) {
-      throw zel::kReadFailure;
-    }
-    if (isTaken(item)) {
-      slots->set(item, index);
-    }
+    require(sink.put(index, item));
   }
+  require(sink.finish());
   zel::readEndLine(io);
   io.SetAutoNewLineM(autoNewLine);
 }
@@ -124,9 +131,7 @@ void fillStore(const ListSource& source, int count, int available, SlotStore<Slo
   int done = 0;
   do {
     const int end = source.roomFor(count, done);
-    if (!slots->reserve(end)) {
-      throw zel::kReadFailure;
-    }
+    require(slots->reserve(end));
     slots->setBound(end);
     slots->setAvailable(available);
     readSlots(done, end);
@@ -163,15 +168,15 @@ void writeBinary(FILE* file, const SlotStore<Slot, Policy>& slots) {
 template <class Slot, class Policy>
 void readBinary(KwIOCL& io, SlotStore<Slot, Policy>* slots) {
   FILE* file = zel::streamOf(&io, zel::kReadFailure);
-  const ListSource source(file, sizeof(Slot));
-  const int count = zel::readCount(io, source);
+  const ListSource ofCounts(file, 1);
+  const int count = zel::readCount(io, ofCounts);
   int available = 0;
   io.InputDM(&available);
+  const ListSource source(file, sizeof(Slot));
+  require(source.mayHold(count));
   fillStore(source, count, available, slots, [&](int first, int end) {
     const auto wanted = static_cast<std::size_t>(end - first);
-    if (std::fread(slots->data() + first, sizeof(Slot), wanted, file) != wanted) {
-      throw zel::kReadFailure;
-    }
+    require(std::fread(slots->data() + first, sizeof(Slot), wanted, file) == wanted);
   });
 }
 

@@ -1,10 +1,13 @@
 #include "zel/containers/detail/whole_file.h"
 
 #include <limits>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "zel/core/detail/file_name.h"
 #include "zel/core/detail/platform_stream.h"
+#include "zel/core/detail/refused_memory.h"
 #include "zel/core/platform.h"
 
 namespace zel {
@@ -20,13 +23,15 @@ class WritableMeanwhile {
       platform().setFileAccess(path_, FileAccess::kWritable);
     }
   }
-  ~WritableMeanwhile() {
-    if (wasReadOnly_) {
-      platform().setFileAccess(path_, FileAccess::kReadOnly);
-    }
-  }
+  ~WritableMeanwhile() { static_cast<void>(restore()); }
   WritableMeanwhile(const WritableMeanwhile&) = delete;
   WritableMeanwhile& operator=(const WritableMeanwhile&) = delete;
+  /// @return false when the protection could not be put back.
+  [[nodiscard]] bool restore() {
+    return !std::exchange(wasReadOnly_, false) || answerOr(false, [this] {
+      return platform().setFileAccess(path_, FileAccess::kReadOnly);
+    });
+  }
 
  private:
   const char* path_;
@@ -39,17 +44,38 @@ bool writeAndClose(std::FILE* file, const char* bytes, std::size_t count) {
   return flushAndClose(file) && isWritten;
 }
 
-/// Creates a file beside `name` that did not exist. @param[out] beside its name.
-std::FILE* createBeside(const std::string& name, std::string& beside) {
-  constexpr int kTries = 100;
-  for (int i = 0; i < kTries; ++i) {
-    beside = name + ".new" + std::to_string(i);
-    if (std::FILE* file = createFile(beside)) {
-      return file;
+/// A file beside another that takes its place, or disappears.
+class FileBeside {
+ public:
+  /// Creates one that did not exist.
+  explicit FileBeside(const std::string& target) : target_(target) {
+    constexpr int kTries = 100;
+    for (int i = 0; i < kTries && file_ == nullptr; ++i) {
+      name_ = target + ".new" + std::to_string(i);
+      file_ = createFile(name_);
     }
   }
-  return nullptr;
-}
+  ~FileBeside() {
+    if (file_ != nullptr && !hasMoved_) {
+      std::remove(name_.c_str());
+    }
+  }
+  FileBeside(const FileBeside&) = delete;
+  FileBeside& operator=(const FileBeside&) = delete;
+  [[nodiscard]] bool exists() const { return file_ != nullptr; }
+  /// Closes it in any case. @return false when anything failed.
+  [[nodiscard]] bool fillAndMove(const char* bytes, std::size_t count) {
+    copyPermissions(target_, name_);  // before anything can be read in it
+    hasMoved_ = writeAndClose(file_, bytes, count) && moveFileOver(name_, target_);
+    return hasMoved_;
+  }
+
+ private:
+  const std::string& target_;
+  std::string name_;
+  std::FILE* file_ = nullptr;
+  bool hasMoved_ = false;
+};
 
 bool saveDirectly(const std::string& name, const char* bytes, std::size_t count) {
   std::FILE* file = std::fopen(name.c_str(), "wb");
@@ -68,26 +94,22 @@ WholeFileReader::WholeFileReader(const char* path)
   }
 }
 
-void WholeFileReader::readInto(char* bytes) {
-  // The file may have shrunk meanwhile; what is missing stays as it was.
-  [[maybe_unused]] const std::size_t read =
-      std::fread(bytes, 1, static_cast<std::size_t>(size_), file_.get());
+bool WholeFileReader::readInto(char* bytes) {
+  const auto size = static_cast<std::size_t>(size_);
+  return std::fread(bytes, 1, size, file_.get()) == size || std::ferror(file_.get()) == 0;
 }
 
 bool saveWholeFile(const char* path, const char* bytes, std::size_t count) {
   const FileToReplace target = fileToReplace(presentFileName(path));
-  const WritableMeanwhile writable(target.name.c_str());
-  std::string beside;
-  std::FILE* file = target.isOrdinary ? createBeside(target.name, beside) : nullptr;
-  if (file == nullptr) {
-    return saveDirectly(target.name, bytes, count);
+  WritableMeanwhile writable(target.name.c_str());
+  std::optional<FileBeside> beside;
+  if (target.isReplaceable) {
+    beside.emplace(target.name);
   }
-  copyPermissions(target.name, beside);
-  const bool isSaved = writeAndClose(file, bytes, count) && moveFileOver(beside, target.name);
-  if (!isSaved) {
-    std::remove(beside.c_str());
-  }
-  return isSaved;
+  const bool isSaved = beside.has_value() && beside->exists()
+                           ? beside->fillAndMove(bytes, count)
+                           : saveDirectly(target.name, bytes, count);
+  return writable.restore() && isSaved;
 }
 
 }  // namespace zel

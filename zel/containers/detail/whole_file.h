@@ -19,8 +19,9 @@ class WholeFileReader {
   [[nodiscard]] bool isOpen() const { return size_ >= 0; }
   /// @return its bytes; negative when not open.
   [[nodiscard]] std::int64_t size() const { return size_; }
-  /// @param[out] bytes room for size() bytes; less may be read.
-  void readInto(char* bytes);
+  /// @param[out] bytes room for size() bytes; less is read from a file that has shrunk meanwhile.
+  /// @return false when reading fails.
+  [[nodiscard]] bool readInto(char* bytes);
 
  private:
   struct Closer {
@@ -33,9 +34,9 @@ class WholeFileReader {
 /// Creates or replaces a file. A read-only file is replaced and stays read-only.
 ///
 /// The bytes are written to a second file beside it, which then takes its place; so a save that
-/// fails leaves the old file alone. Devices, and files in directories that take no second file,
-/// are written directly.
-/// @return false when the file could not be saved.
+/// fails leaves the old file alone. Devices, files with several hard links or of another owner, and
+/// files in directories that take no second file, are written directly.
+/// @return false when the file could not be saved. @throws std::bad_alloc, with nothing written.
 [[nodiscard]] bool saveWholeFile(const char* path, const char* bytes, std::size_t count);
 
 }  // namespace zel

@@ -16,9 +16,10 @@ namespace zel {
 /// What a file is replaced through.
 struct FileToReplace {
   std::string name;  ///< with links followed, so that the link stays
-  /// Whether it is an ordinary file, or none yet; a device, or the file that a link names but that
-  /// is not there yet, must be written directly.
-  bool isOrdinary;
+  /// Whether another file may take its place: it is an ordinary file of this user's under one name,
+  /// or none yet. A device, a file with several hard links or of another owner, or the file that a
+  /// link names but that is not there yet, must be written directly.
+  bool isReplaceable;
 };
 [[nodiscard]] FileToReplace fileToReplace(const std::string& name);
 

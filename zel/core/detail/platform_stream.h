@@ -27,9 +27,10 @@ bool print(std::FILE* file, const char* format, Value... values) {
   return std::fprintf(file, format, values...) >= 0 && !(wasSound && std::ferror(file) != 0);
 }
 
-/// As fclose(). @return whether what was written arrived; some systems' fclose() does not tell.
+/// As fclose(). @return whether all that was ever written arrived: neither fflush() nor fclose()
+/// knows of an earlier write that failed, and some systems' fclose() of none.
 inline bool flushAndClose(std::FILE* file) {
-  const bool isFlushed = std::fflush(file) == 0;
+  const bool isFlushed = std::fflush(file) == 0 && std::ferror(file) == 0;
   return std::fclose(file) == 0 && isFlushed;
 }
 

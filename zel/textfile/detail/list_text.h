@@ -47,24 +47,32 @@ class ListSource {
   /// @param leastEntryBytes the fewest bytes that an entry takes in the file.
   ListSource(FILE* file, int leastEntryBytes);
 
+  /// @return whether the stream has a length. Otherwise only what has been read of a text vouches
+  ///         for what the list says, and more of it the more was read.
+  [[nodiscard]] bool isMeasured() const { return isMeasured_; }
   /// @return whether the rest of the file can hold `count` entries, and `count` is no negative.
+  ///         A stream without a length may hold any number.
   [[nodiscard]] bool mayHold(int count) const;
-  /// @return `count`, or the number of entries that the rest of the file can hold if it is less.
+  /// @return `count`, or the number of entries that the rest of the file can hold if it is less;
+  ///         that what has been read can have held, without a length.
   [[nodiscard]] int mostOf(int count) const;
-  /// @return whether entry number `entry` may be meant for slot `index`: files may leave slots
-  ///         out, but no more of them than the whole file has bytes.
-  [[nodiscard]] bool mayName(int index, int entry) const;
-  /// @return for how many of `count` entries to make room when `done` have been read: all, unless
-  ///         the stream has no length that vouches for the count.
+  /// @return whether an entry may be meant for slot `index`: files may leave slots out, but no more
+  ///         of them than the whole file, or what has been read, has bytes.
+  [[nodiscard]] bool mayName(int index) const;
+  /// @return for how many of `count` entries, which come in their order, to make room when `done`
+  ///         have been read: all, unless the stream has no length.
   [[nodiscard]] int roomFor(int count, int done) const;
 
  private:
-  /// Entries for which room is made unseen when the length is unknown.
-  static constexpr int kStep = 65536;
+  /// Entries for which room is made unseen.
+  static constexpr int kFirstRoom = 1024;
+
+  [[nodiscard]] std::int64_t read() const;
 
   std::int64_t left_;
   std::int64_t length_;
-  bool isKnown_;
+  std::int64_t takenBefore_;
+  bool isMeasured_;
   int leastEntryBytes_;
 };
 

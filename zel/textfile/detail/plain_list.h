@@ -28,9 +28,14 @@ class PlainListWriter {
   std::string_view name_;
 };
 
+/// A stream that fails while it is read tells so by its error flag alone. From then on it counts as
+/// ended, lest what follows the gap be read in place of what was lost. @return `file`; null, which
+/// is an empty stream to all readers, when its error flag is set.
+[[nodiscard]] FILE* soundOrNone(FILE* file);
+
 /// Reads a number, a comma behind it, and a word that is dropped.
 /// @param maxColumns characters of the number at most.
-/// @return whether there was a number; the word is dropped in any case.
+/// @return whether there was a number and reading did not fail; the word is dropped in any case.
 bool readPlainTagLine(FILE* file, int* number, int maxColumns = 0x7FFFFFFF);
 
 /// How the fields of a row are scanned; this matters only where one of them is missing.

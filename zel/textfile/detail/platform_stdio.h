@@ -33,8 +33,16 @@ bool canTakeLineBack(FILE* file, std::size_t size);
 inline bool canTakeLineBack(FILE* /*file*/, std::size_t /*size*/) { return true; }
 #endif
 
-/// Gives characters that were read back to the stream.
+/// Gives characters that were read back to the stream. Memory for it may be refused: what was lost
+/// is reported through kwErrorMessage(40).
 void giveBack(FILE* file, std::string_view text);
+
+/// @return whether the stream can be written to; true where the system's stdio does not tell.
+bool takesWrites(FILE* file);
+
+/// @return whether the stream takes no reads or was last written to; false where the system's stdio
+///         does not tell.
+bool isBeingWritten(FILE* file);
 
 /// @return the bytes between the position and the end of the file, not below 0; the largest
 ///         number for a stream that has no length (a pipe). A stream that translates line ends does

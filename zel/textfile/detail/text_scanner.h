@@ -12,6 +12,10 @@
 
 namespace zel {
 
+/// Characters that scanners of the calling thread have taken, ever: the difference of two answers
+/// tells how much was read in between from a stream that does not know its position.
+[[nodiscard]] std::int64_t charactersTaken();
+
 /// How far a TextScanner may look ahead.
 enum class LookAhead {
   kChar,  ///< one character: what comes after the operation is not the scanner's
@@ -19,7 +23,9 @@ enum class LookAhead {
 };
 
 /// Scans for one operation and is not kept: on destruction everything looked at but not taken goes
-/// back, so that the stream stands right behind what was taken. A null stream is an empty one.
+/// back, so that the stream stands right behind what was taken. A null stream is an empty one, and
+/// so is one whose reading has failed: what a failure cut off is never taken for a whole number,
+/// word or line.
 ///
 /// Looking ahead by lines is several times faster. Giving back more than a character then costs a
 /// seek, or is left to `ungetc` where the stream cannot seek. Where neither would do, one character
@@ -28,8 +34,10 @@ class TextScanner {
  public:
   TextScanner(FILE* file, LookAhead lookAhead) : file_(file), lookAhead_(lookAhead) {}
   ~TextScanner() {
-    if (at_ != end_) {
-      giveBack(file_, {at_, static_cast<std::size_t>(end_ - at_)});
+    const auto left = static_cast<std::size_t>(end_ - at_);
+    noteTaken(fetched_ - left);
+    if (left != 0) {
+      giveBack(file_, {at_, left});
     }
   }
   TextScanner(const TextScanner&) = delete;
@@ -50,19 +58,20 @@ class TextScanner {
     return taken;
   }
   /// @return whether reading met an error rather than the end of the file.
-  [[nodiscard]] bool failed() const { return std::ferror(file_) != 0; }
+  [[nodiscard]] bool failed() const { return hasFailed_; }
 
   void skipSpace();
   /// Takes everything up to and including the next line feed. @return whether there was one.
   bool skipLine();
   /// Takes a line with its end and stores up to `size` - 1 characters of it and a terminator; the
-  /// end, LF or CR LF, is not stored. With `size` below 1 nothing is stored.
+  /// end, LF or CR LF, is not stored. With `size` below 1 nothing is stored. A line that could not
+  /// be read to its end is empty.
   void line(char* text, int size);
   /// Takes white space and then the separator's characters, a blank standing for any amount of
   /// white space. @return whether all of them were there.
   bool skipSeparator(std::string_view separator);
   /// Skips white space and takes a word. @param[out] word receives it and a terminator; null
-  /// drops it. @return whether there was a word.
+  /// drops it. @return whether there was a whole word.
   bool word(char* word);
   /// As word(nullptr). @param[out] equals whether the word taken is `wanted`.
   bool wordIs(std::string_view wanted, bool* equals);
@@ -81,6 +90,8 @@ class TextScanner {
   bool takeWord(Sink sink);
   static constexpr std::size_t kLineRoom = 256;
 
+  static void noteTaken(std::size_t count);
+
   /// Moves on from a character that peek() has shown. @return the next one, as peek().
   int next() {
     ++at_;
@@ -98,6 +109,8 @@ class TextScanner {
 
   FILE* file_;
   LookAhead lookAhead_;
+  bool hasFailed_ = false;
+  std::size_t fetched_ = 0;
   const char* at_ = nullptr;
   const char* end_ = nullptr;
   char buffer_[kLineRoom];  // left alone until used: a scanner is made for each operation
