@@ -78,4 +78,31 @@ TEST(Layering, onlyPlatformFilesAskForTheSystem) {
   }
 }
 
+TEST(Layering, roomsOfTheProgramHaveOneDoorEach) {
+  static const struct {
+    std::regex include;
+    std::regex mayInclude;
+  } doors[] = {
+      {std::regex("#include <CLI/"), std::regex("command_line\\.cpp")},
+      {std::regex("#include <nlohmann/"), std::regex("json\\.cpp")},
+      {std::regex("#include \"tools/zel/commands/"), std::regex("main\\.cpp|commands/.*")},
+  };
+  const fs::path root = fs::path(ZEL_SOURCE_DIR) / "tools" / "zel";
+  std::vector<int> users(std::size(doors));
+  for (const auto& entry : fs::recursive_directory_iterator(root)) {
+    const std::string name = fs::relative(entry.path(), root).generic_string();
+    const std::string text =
+        entry.is_regular_file() ? zel::test::readFile(entry.path().string()) : "";
+    for (std::size_t k = 0; k < std::size(doors); ++k) {
+      if (std::regex_search(text, doors[k].include)) {
+        EXPECT_TRUE(std::regex_match(name, doors[k].mayInclude)) << name;
+        ++users[k];
+      }
+    }
+  }
+  EXPECT_EQ(users[0], 1);
+  EXPECT_EQ(users[1], 1);
+  EXPECT_GT(users[2], 1);
+}
+
 }  // namespace

@@ -71,8 +71,10 @@ ExitCode run(const std::vector<std::string>& words) {
 }  // namespace zel::program
 
 int main(int argc, char** argv) {
-  // The system's error texts come in the person's language; mesh files never depend on it.
+  // The system's error texts come in the person's language; numbers keep their point, also where
+  // libraries of others read and print them.
   std::setlocale(LC_ALL, "");
+  std::setlocale(LC_NUMERIC, "C");
   // Over the limit for file sizes a write shall fail and be told, not end the program.
   std::signal(SIGXFSZ, SIG_IGN);
   return static_cast<int>(zel::program::run({argv + std::min(argc, 1), argv + argc}));
