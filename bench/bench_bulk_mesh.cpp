@@ -16,10 +16,7 @@
 namespace {
 
 /// A rugged open disc of about `faces` triangles with its nodes and faces in random order.
-struct Disc {
-  NodeArr nodes;
-  TriangleArr triangles;
-  QuadArr noQuads;
+struct Disc : zel::Mesh {
   std::vector<int> corners;  // three to a face
 };
 
@@ -141,8 +138,7 @@ void BM_BareBuildAndBoundaryWalk(benchmark::State& state) {
 void BM_BoundaryChains(benchmark::State& state) {
   const Disc& disc = discOf(static_cast<int>(state.range(0)));
   for (auto _ : state) {
-    benchmark::DoNotOptimize(
-        zel::boundaryChains(disc.triangles, disc.noQuads, disc.nodes.GetBoundM()));
+    benchmark::DoNotOptimize(zel::boundaryChains(disc));
   }
   state.SetItemsProcessed(state.iterations() * disc.triangles.GetBoundM());
 }
@@ -164,7 +160,7 @@ void BM_Unfold(benchmark::State& state) {
 void BM_FindDefects(benchmark::State& state) {
   const Disc& disc = discOf(static_cast<int>(state.range(0)));
   for (auto _ : state) {
-    benchmark::DoNotOptimize(zel::findDefects(disc.nodes, disc.triangles, disc.noQuads));
+    benchmark::DoNotOptimize(zel::findDefects(disc));
   }
   state.SetItemsProcessed(state.iterations() * disc.triangles.GetBoundM());
 }
@@ -173,11 +169,9 @@ void BM_WeldMesh(benchmark::State& state) {
   const Disc& disc = discOf(static_cast<int>(state.range(0)));
   for (auto _ : state) {
     state.PauseTiming();
-    NodeArr nodes(disc.nodes);
-    TriangleArr triangles(disc.triangles);
-    QuadArr quads;
+    zel::Mesh mesh = disc;
     state.ResumeTiming();
-    benchmark::DoNotOptimize(zel::weldMesh(nodes, triangles, quads, 0.01));
+    benchmark::DoNotOptimize(zel::weld(mesh, {.tolerance = zel::Absolute(0.01)}));
   }
   state.SetItemsProcessed(state.iterations() * disc.triangles.GetBoundM());
 }
@@ -186,15 +180,12 @@ void BM_CompactAfterDeletion(benchmark::State& state) {
   const Disc& disc = discOf(static_cast<int>(state.range(0)));
   for (auto _ : state) {
     state.PauseTiming();
-    NodeArr nodes(disc.nodes);
-    TriangleArr triangles(disc.triangles);
-    QuadArr quads;
-    for (int slot = 0; slot < nodes.GetBoundM(); slot += 10) {
-      nodes.DelItemM(slot);
+    zel::Mesh mesh = disc;
+    for (int slot = 0; slot < mesh.nodes.GetBoundM(); slot += 10) {
+      mesh.nodes.DelItemM(slot);
     }
     state.ResumeTiming();
-    benchmark::DoNotOptimize(zel::compactNodes(nodes, triangles, quads));
-    benchmark::DoNotOptimize(zel::compactFaces(triangles));
+    benchmark::DoNotOptimize(zel::compact(mesh));
   }
   state.SetItemsProcessed(state.iterations() * disc.triangles.GetBoundM());
 }

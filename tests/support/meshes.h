@@ -10,9 +10,7 @@
 #include "zel/core/constants.h"
 #include "zel/geometry/planes.h"
 #include "zel/geometry/records.h"
-#include "zel/mesh/node.h"
-#include "zel/mesh/quad.h"
-#include "zel/mesh/triangle.h"
+#include "zel/mesh/mesh.h"
 
 namespace zel::test {
 
@@ -97,15 +95,17 @@ int tagOf(const List& list, int slot) {
   return list[slot].IsAvailableM();
 }
 
-/// The three lists of a mesh.
-struct Mesh {
-  NodeArr nodes{};
-  TriangleArr triangles{};
-  QuadArr quads{};
-
-  int addNode(float x, float y, float z = 0.0F) { return nodes.AddItemM(nodeAt({x, y, z})); }
-  int addTriangle(int a, int b, int c) { return triangles.AddItemM(triangleOf(a, b, c)); }
-  int addQuad(int a, int b, int c, int d) { return quads.AddItemM(quadOf(a, b, c, d)); }
+/// A mesh with short forms of what tests do all the time.
+struct Mesh : zel::Mesh {
+  Mesh() = default;
+  Mesh(const NodeArr& n, const TriangleArr& t, const QuadArr& q = {}) {
+    nodes = n;
+    triangles = t;
+    quads = q;
+  }
+  int addNode(float x, float y, float z = 0.0F) { return zel::Mesh::addNode({x, y, z}); }
+  int addTriangle(int a, int b, int c) { return zel::Mesh::addTriangle({a, b, c}); }
+  int addQuad(int a, int b, int c, int d) { return zel::Mesh::addQuad({a, b, c, d}); }
   [[nodiscard]] Corners corners(int slot) const { return cornersOf(triangles, slot); }
   [[nodiscard]] Point point(int slot) const { return pointOf(nodes, slot); }
 };

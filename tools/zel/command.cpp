@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "tools/zel/failure.h"
+#include "zel/core/error.h"
 
 namespace zel::program {
 
@@ -17,6 +18,10 @@ ExitCode guarded(const std::string& file, const Console& console,
     return work();
   } catch (const Failure& failure) {
     return answer(failure);
+  } catch (const Error& error) {
+    const std::string named = error.file();
+    return answer(Failure(static_cast<ExitCode>(error.code()), named.empty() ? file : named,
+                          error.action(), error.reason()));
   } catch (const std::bad_alloc&) {
     return answer(exhausted(file, "out of memory"));
   } catch (const std::length_error&) {

@@ -48,7 +48,7 @@ class Tally {
 
 class Comparison {
  public:
-  Comparison(const MeshDocument& a, const MeshDocument& b)
+  Comparison(const Mesh& a, const Mesh& b)
       : a_(a), b_(b), numberingA_(a.nodes), numberingB_(b.nodes) {}
 
   /// @return whether the numbers of nodes, triangles and quads agree.
@@ -96,7 +96,7 @@ class Comparison {
   }
 
   void compareTextureCoords() {
-    if (a_.textureCoords.GetAvailableNumM() == 0 || b_.textureCoords.GetAvailableNumM() == 0) {
+    if (a_.triangleTexture.GetAvailableNumM() == 0 || b_.triangleTexture.GetAvailableNumM() == 0) {
       return;
     }
     Tally coords;
@@ -105,8 +105,8 @@ class Comparison {
       for (int corner = 0; corner < 3; ++corner) {
         TextureCoord a{};
         TextureCoord b{};
-        const bool hasA = textureCoordOf(a_.textureCoords, slotA, corner, a);
-        const bool hasB = textureCoordOf(b_.textureCoords, slotB, corner, b);
+        const bool hasA = textureCoordOf(a_.triangleTexture, 3 * slotA + corner, a);
+        const bool hasB = textureCoordOf(b_.triangleTexture, 3 * slotB + corner, b);
         same = same && hasA == hasB && (!hasA || sameBits(a, b));
       }
       if (!same) {
@@ -193,8 +193,8 @@ class Comparison {
     return numbering.numbers[static_cast<std::size_t>(slot)];
   }
 
-  const MeshDocument& a_;
-  const MeshDocument& b_;
+  const Mesh& a_;
+  const Mesh& b_;
   NodeNumbering numberingA_;
   NodeNumbering numberingB_;
   MeshDifference difference_;
@@ -202,7 +202,7 @@ class Comparison {
 
 }  // namespace
 
-MeshDifference compareExactly(const MeshDocument& a, const MeshDocument& b) {
+MeshDifference compareExactly(const Mesh& a, const Mesh& b) {
   Comparison comparison(a, b);
   if (comparison.compareCounts()) {
     comparison.comparePoints(0, true);
@@ -213,7 +213,7 @@ MeshDifference compareExactly(const MeshDocument& a, const MeshDocument& b) {
   return comparison.result();
 }
 
-MeshDifference compareWithin(const MeshDocument& a, const MeshDocument& b, double tolerance) {
+MeshDifference compareWithin(const Mesh& a, const Mesh& b, double tolerance) {
   Comparison comparison(a, b);
   if (comparison.compareCounts()) {
     comparison.comparePoints(tolerance, false);

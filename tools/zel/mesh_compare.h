@@ -17,11 +17,10 @@ struct MeshDifference {
 
 /// Compares two meshes to the last bit: points, faces, face normals and their type; node normals
 /// and texture coordinates when both meshes have some.
-[[nodiscard]] MeshDifference compareExactly(const MeshDocument& a, const MeshDocument& b);
+[[nodiscard]] MeshDifference compareExactly(const Mesh& a, const Mesh& b);
 
 /// Compares two meshes with points allowed to lie up to `tolerance` apart. Faces must name the
 /// same nodes; normals and texture coordinates play no part.
-[[nodiscard]] MeshDifference compareWithin(const MeshDocument& a, const MeshDocument& b,
-                                           double tolerance);
+[[nodiscard]] MeshDifference compareWithin(const Mesh& a, const Mesh& b, double tolerance);
 
 }  // namespace zel::program

@@ -11,7 +11,7 @@ namespace zel::program {
 namespace {
 
 /// Other formats know no deleted slots, so a face that uses one cannot be said in them.
-void refuseDeletedCorners(const MeshDocument& mesh, const std::string& file) {
+void refuseDeletedCorners(const Mesh& mesh, const std::string& file) {
   const auto check = [&](const char* what, int slot, const auto& corners) {
     for (const int corner : corners) {
       if (!isLive(*mesh.nodes.GetItemPM(corner))) {
@@ -27,12 +27,12 @@ void refuseDeletedCorners(const MeshDocument& mesh, const std::string& file) {
 
 }  // namespace
 
-MeshDocument readMesh(const std::string& file, const std::string& format, const Console& console) {
+Mesh readMesh(const std::string& file, const std::string& format, const Console& console) {
   const std::string known = file == "-" && format.empty() ? "zel" : inputFormat(file, format);
   const InputFile input(file);
-  MeshDocument mesh = known == "zel"   ? readZelDocument(input, console)
-                      : known == "obj" ? readObj(input, console)
-                                       : readThroughAssimp(input, known);
+  Mesh mesh = known == "zel"   ? readZelDocument(input, console)
+              : known == "obj" ? readObj(input, console)
+                               : readThroughAssimp(input, known);
   console.remark("read " + input.name() + " (" + known +
                  "): " + std::to_string(mesh.nodes.GetAvailableNumM()) + " nodes, " +
                  std::to_string(mesh.triangles.GetAvailableNumM()) + " triangles, " +
@@ -40,7 +40,7 @@ MeshDocument readMesh(const std::string& file, const std::string& format, const 
   return mesh;
 }
 
-void writeMesh(const MeshDocument& mesh, const std::string& file, const std::string& format,
+void writeMesh(const Mesh& mesh, const std::string& file, const std::string& format,
                const Console& console) {
   const std::string known = file == "-" && format.empty() ? "zel" : outputFormat(file, format);
   OutputFile output(file);

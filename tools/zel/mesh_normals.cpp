@@ -31,7 +31,7 @@ Point unit(const Vector& vector) {
 
 }  // namespace
 
-void giveFaceNormals(MeshDocument& mesh) {
+void giveFaceNormals(Mesh& mesh) {
   forEachFace(mesh.triangles, [&](int slot, const auto& corners) {
     TriangleCL triangle = *std::as_const(mesh.triangles).GetItemPM(slot);
     triangle.SetNormM(unit(areaNormal(mesh.nodes, corners)).data());
@@ -45,7 +45,7 @@ void giveFaceNormals(MeshDocument& mesh) {
   });
 }
 
-void giveSmoothNodeNormals(MeshDocument& mesh) {
+void giveSmoothNodeNormals(Mesh& mesh) {
   std::vector<Vector> sums(static_cast<std::size_t>(mesh.nodes.GetBoundM()));
   std::vector<bool> used(sums.size());
   const auto add = [&](int, const auto& corners) {
@@ -66,7 +66,7 @@ void giveSmoothNodeNormals(MeshDocument& mesh) {
   }
 }
 
-void giveFlatNodeNormals(MeshDocument& mesh) {
+void giveFlatNodeNormals(Mesh& mesh) {
   forEachFace(mesh.triangles, [&](int slot, const auto&) {
     mesh.nodes.ReGenNormalVectM(*std::as_const(mesh.triangles).GetItemPM(slot));
   });

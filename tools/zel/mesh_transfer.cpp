@@ -17,7 +17,7 @@ void MeshTransfer::declare(Options& options) {
   options.flag("--in-place", inPlace_, "Replace the input instead of writing another file");
 }
 
-MeshDocument MeshTransfer::read(const Console& console) const {
+Mesh MeshTransfer::read(const Console& console) const {
   if (inPlace_ == !output_.empty() || (inPlace_ && input_ == "-")) {
     throw misuse(input_, "name a file to write, or say --in-place for a file to replace");
   }
@@ -35,12 +35,12 @@ void MeshTransfer::expectOtherFile(const std::string& second) const {
   }
 }
 
-void MeshTransfer::write(const MeshDocument& mesh, const Console& console) const {
+void MeshTransfer::write(const Mesh& mesh, const Console& console) const {
   const bool sameFormat = inPlace_ && to_.empty();
   writeMesh(mesh, inPlace_ ? input_ : output_, sameFormat ? from_ : to_, console);
 }
 
-void MeshTransfer::write(const MeshDocument& mesh, const std::string& second,
+void MeshTransfer::write(const Mesh& mesh, const std::string& second,
                          const std::function<std::string()>& text, const Console& console) const {
   std::optional<OutputFile> output;
   if (!second.empty()) {

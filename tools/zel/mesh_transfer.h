@@ -18,16 +18,16 @@ class MeshTransfer {
   [[nodiscard]] const std::string& input() const { return input_; }
   /// @throws Failure: code 2 when neither or both of OUTPUT and --in-place are given, or OUTPUT is
   ///         the input.
-  [[nodiscard]] MeshDocument read(const Console& console) const;
+  [[nodiscard]] Mesh read(const Console& console) const;
   [[nodiscard]] bool writesStandardOutput() const { return output_ == "-"; }
   /// For a second output, which must not take the mesh's place. @throws Failure (code 2).
   void expectOtherFile(const std::string& second) const;
   /// @throws Failure.
-  void write(const MeshDocument& mesh, const Console& console) const;
+  void write(const Mesh& mesh, const Console& console) const;
   /// Writes the mesh and a text beside it; neither when the second file cannot be written.
   /// @param second file of the text; empty: there is none. @throws Failure.
-  void write(const MeshDocument& mesh, const std::string& second,
-             const std::function<std::string()>& text, const Console& console) const;
+  void write(const Mesh& mesh, const std::string& second, const std::function<std::string()>& text,
+             const Console& console) const;
 
  private:
   std::string input_;

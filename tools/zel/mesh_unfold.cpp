@@ -78,7 +78,7 @@ std::vector<std::vector<Face>> componentsOf(const std::vector<Face>& faces) {
   return components;
 }
 
-bool canUnfold(const MeshDocument& mesh, const Face& face) {
+bool canUnfold(const Mesh& mesh, const Face& face) {
   const auto& [a, b, c] = face.corners;
   if (a == b || b == c || c == a) {
     return false;
@@ -92,7 +92,7 @@ bool canUnfold(const MeshDocument& mesh, const Face& face) {
 /// One component as lists of its own, so that unfolding costs what the component is large.
 class Piece {
  public:
-  Piece(const MeshDocument& mesh, const std::vector<Face>& faces, std::vector<int>& numbers) {
+  Piece(const Mesh& mesh, const std::vector<Face>& faces, std::vector<int>& numbers) {
     for (const Face& face : faces) {
       std::array<int, 3> corners{};
       for (std::size_t k = 0; k < 3; ++k) {
@@ -140,7 +140,7 @@ class Piece {
 /// Measures the placed faces against the mesh.
 class Judgement {
  public:
-  explicit Judgement(const MeshDocument& mesh) : mesh_(mesh) {}
+  explicit Judgement(const Mesh& mesh) : mesh_(mesh) {}
 
   void add(const std::vector<Face>& faces, const std::vector<PlaneTriangle>& places) {
     for (std::size_t i = 0; i < faces.size(); ++i) {
@@ -174,7 +174,7 @@ class Judgement {
     }
   }
 
-  const MeshDocument& mesh_;
+  const Mesh& mesh_;
   UnfoldReport report_;
   double errorSum_ = 0.0;
   double edges_ = 0.0;
@@ -214,7 +214,7 @@ struct Layout {
   PlaneBox box;
 };
 
-void store(MeshDocument& mesh, std::vector<Layout>& layouts) {
+void store(Mesh& mesh, std::vector<Layout>& layouts) {
   double area = 0.0;
   for (const Layout& layout : layouts) {
     area += (layout.box.high[0] - layout.box.low[0]) * (layout.box.high[1] - layout.box.low[1]);
@@ -229,7 +229,7 @@ void store(MeshDocument& mesh, std::vector<Layout>& layouts) {
       for (std::size_t k = 0; k < 3; ++k) {
         const PlanePoint& corner = layout.places[i][k];
         setTextureCoord(
-            mesh, layout.faces[i].slot, static_cast<int>(k),
+            mesh.triangleTexture, 3 * layout.faces[i].slot + static_cast<int>(k),
             {static_cast<float>(corner[0] + shift[0]), static_cast<float>(corner[1] + shift[1])});
       }
     }
@@ -238,9 +238,9 @@ void store(MeshDocument& mesh, std::vector<Layout>& layouts) {
 
 }  // namespace
 
-UnfoldReport unfoldMesh(MeshDocument& mesh) {
+UnfoldReport unfoldMesh(Mesh& mesh) {
   giveFaceNormals(mesh);
-  mesh.textureCoords = Point2DArr();
+  mesh.triangleTexture = Point2DArr();
   std::vector<Face> faces;
   forEachFace(mesh.triangles, [&](int slot, const std::array<int, 3>& corners) {
     faces.push_back({slot, corners});
@@ -270,14 +270,14 @@ UnfoldReport unfoldMesh(MeshDocument& mesh) {
   return judgement.finished(unreached);
 }
 
-std::string unfoldedPicture(const MeshDocument& mesh) {
+std::string unfoldedPicture(const Mesh& mesh) {
   std::vector<PlaneTriangle> places;
   forEachFace(mesh.triangles, [&](int slot, const std::array<int, 3>& /*corners*/) {
     PlaneTriangle place{};
     bool isPlaced = true;
     for (int k = 0; k < 3; ++k) {
       TextureCoord coord{};
-      isPlaced = textureCoordOf(mesh.textureCoords, slot, k, coord) && isPlaced;
+      isPlaced = textureCoordOf(mesh.triangleTexture, 3 * slot + k, coord) && isPlaced;
       place[static_cast<std::size_t>(k)] = {coord[0], coord[1]};
     }
     if (isPlaced) {

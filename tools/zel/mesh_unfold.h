@@ -21,9 +21,9 @@ struct UnfoldReport {
 /// component (faces joined across edges that both run along in opposite directions) on its own,
 /// and lays the components out side by side in rows. Face normals are set; tags, nodes and corners
 /// stay as they are. Quads get no coordinates.
-UnfoldReport unfoldMesh(MeshDocument& mesh);
+UnfoldReport unfoldMesh(Mesh& mesh);
 
 /// The layout as an SVG picture of outlined triangles, at most 1000 units wide.
-[[nodiscard]] std::string unfoldedPicture(const MeshDocument& mesh);
+[[nodiscard]] std::string unfoldedPicture(const Mesh& mesh);
 
 }  // namespace zel::program

@@ -14,10 +14,10 @@ namespace zel::program {
 /// three and four corners become triangles and quads, larger ones fans of triangles. A node takes
 /// the normal of the first corner that names one. Texture coordinates of quads are left out.
 /// @throws Failure (code 3) with the line of the fault.
-[[nodiscard]] MeshDocument readObj(const InputFile& input, const Console& console);
+[[nodiscard]] Mesh readObj(const InputFile& input, const Console& console);
 
 /// Writes live nodes and faces; every number reads back to the same bits.
 /// @throws Failure (code 4).
-void writeObj(const MeshDocument& mesh, const OutputFile& output);
+void writeObj(const Mesh& mesh, const OutputFile& output);
 
 }  // namespace zel::program

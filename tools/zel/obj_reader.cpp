@@ -26,7 +26,7 @@ class ObjReader {
   ObjReader(const InputFile& input, std::string_view text)
       : input_(input), scanner_(text), size_(text.size()) {}
 
-  MeshDocument read() {
+  Mesh read() {
     for (; !scanner_.atEnd(); scanner_.nextLine()) {
       done_.store(scanner_.position(), std::memory_order_relaxed);
       readStatement(scanner_.word());
@@ -42,7 +42,7 @@ class ObjReader {
  private:
   void readStatement(std::string_view keyword) {
     if (keyword == "v") {
-      appendNode(mesh_, readNumbers<3>());
+      mesh_.addNode(readNumbers<3>());
     } else if (keyword == "vt") {
       textureCoords_.push_back(readNumbers<2>());
     } else if (keyword == "vn") {
@@ -72,8 +72,8 @@ class ObjReader {
       throw fault("a face has fewer than three corners");
     }
     if (corners_.size() == 4) {
-      appendQuad(mesh_,
-                 {corners_[0].vertex, corners_[1].vertex, corners_[2].vertex, corners_[3].vertex});
+      mesh_.addQuad(
+          {corners_[0].vertex, corners_[1].vertex, corners_[2].vertex, corners_[3].vertex});
     } else {
       for (std::size_t k = 2; k < corners_.size(); ++k) {
         addTriangle(corners_[0], corners_[k - 1], corners_[k]);
@@ -85,11 +85,11 @@ class ObjReader {
   }
 
   void addTriangle(const Corner& a, const Corner& b, const Corner& c) {
-    const int slot = appendTriangle(mesh_, {a.vertex, b.vertex, c.vertex});
+    const int slot = mesh_.addTriangle({a.vertex, b.vertex, c.vertex});
     int position = 0;
     for (const Corner* const corner : {&a, &b, &c}) {
       if (corner->texture != kNoIndex) {
-        setTextureCoord(mesh_, slot, position,
+        setTextureCoord(mesh_.triangleTexture, 3 * slot + position,
                         textureCoords_[static_cast<std::size_t>(corner->texture)]);
       }
       ++position;
@@ -142,7 +142,7 @@ class ObjReader {
   const InputFile& input_;
   WordScanner scanner_;
   std::size_t size_;
-  MeshDocument mesh_;
+  Mesh mesh_;
   std::vector<TextureCoord> textureCoords_;
   std::vector<Point> normals_;
   std::vector<Corner> corners_;
@@ -151,7 +151,7 @@ class ObjReader {
 
 }  // namespace
 
-MeshDocument readObj(const InputFile& input, const Console& console) {
+Mesh readObj(const InputFile& input, const Console& console) {
   const std::string text = input.readAll();
   // Binary rubbish has no statement at all and would pass for an empty mesh.
   if (text.find('\0') != std::string::npos) {

@@ -53,7 +53,7 @@ void writeVector(TextSink& sink, std::string_view keyword, std::span<const float
 
 class ObjWriter {
  public:
-  ObjWriter(const MeshDocument& mesh, const OutputFile& output)
+  ObjWriter(const Mesh& mesh, const OutputFile& output)
       : mesh_(mesh), sink_(output), numbering_(mesh.nodes) {}
 
   void write() {
@@ -82,7 +82,7 @@ class ObjWriter {
     forEachFace(mesh_.triangles, [this](int slot, const auto&) {
       TextureCoord coord{};
       for (int corner = 0; corner < 3; ++corner) {
-        if (textureCoordOf(mesh_.textureCoords, slot, corner, coord)) {
+        if (textureCoordOf(mesh_.triangleTexture, 3 * slot + corner, coord)) {
           writeVector(sink_, "vt", coord);
         }
       }
@@ -95,8 +95,9 @@ class ObjWriter {
     for (std::size_t k = 0; k < N; ++k) {
       const int node = numbering_.numbers[static_cast<std::size_t>(corners[k])] + 1;
       TextureCoord coord{};
-      const bool textured = triangle != kNoIndex && textureCoordOf(mesh_.textureCoords, triangle,
-                                                                   static_cast<int>(k), coord);
+      const bool textured =
+          triangle != kNoIndex &&
+          textureCoordOf(mesh_.triangleTexture, 3 * triangle + static_cast<int>(k), coord);
       sink_ << " " << node;
       if (textured) {
         sink_ << "/" << ++textureCoordsNamed_;
@@ -108,7 +109,7 @@ class ObjWriter {
     sink_ << "\n";
   }
 
-  const MeshDocument& mesh_;
+  const Mesh& mesh_;
   TextSink sink_;
   NodeNumbering numbering_;
   bool hasNormals_ = false;
@@ -117,8 +118,6 @@ class ObjWriter {
 
 }  // namespace
 
-void writeObj(const MeshDocument& mesh, const OutputFile& output) {
-  ObjWriter(mesh, output).write();
-}
+void writeObj(const Mesh& mesh, const OutputFile& output) { ObjWriter(mesh, output).write(); }
 
 }  // namespace zel::program

@@ -21,7 +21,7 @@ void writePicture(const view::Picture& picture, const std::string& file) {
   output.commit();
 }
 
-view::Picture demoPicture(const MeshDocument& mesh) {
+view::Picture demoPicture(const Mesh& mesh) {
   const std::unique_ptr<view::SceneMesh> scene = sceneOf(mesh);
   view::DrawOptions options;
   options.smooth = true;

@@ -13,6 +13,6 @@ void writePicture(const view::Picture& picture, const std::string& file);
 
 /// Draws a mesh as the demo shows it: smooth, with its boundary in colour.
 /// @throws view::GraphicsError.
-[[nodiscard]] view::Picture demoPicture(const MeshDocument& mesh);
+[[nodiscard]] view::Picture demoPicture(const Mesh& mesh);
 
 }  // namespace zel::program

@@ -6,8 +6,10 @@
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "tools/zel/console.h"
+#include "zel/core/progress.h"
 
 namespace zel::program {
 
@@ -35,18 +37,22 @@ class Progress {
   std::thread thread_;
 };
 
-/// A count that the work raises and a Progress reads.
-class Steps {
+/// A bar for a job of the library.
+class JobProgress {
  public:
-  explicit Steps(int total) : total_(total) {}
-  void advance() { done_.fetch_add(1, std::memory_order_relaxed); }
-  [[nodiscard]] double fraction() const {
-    return total_ < 1 ? 1.0 : static_cast<double>(done_.load(std::memory_order_relaxed)) / total_;
+  JobProgress(const Console& console, std::string label)
+      : bar_(console, std::move(label), [this] { return fraction_.load(); }) {}
+  /// What the job's options want. Valid as long as this object.
+  [[nodiscard]] zel::Progress told() {
+    return [this](double fraction) {
+      fraction_ = fraction;
+      return true;
+    };
   }
 
  private:
-  int total_;
-  std::atomic<int> done_ = 0;
+  std::atomic<double> fraction_ = 0.0;
+  Progress bar_;
 };
 
 }  // namespace zel::program

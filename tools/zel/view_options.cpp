@@ -76,9 +76,9 @@ view::DrawOptions ViewOptions::drawOptions() const {
   return options;
 }
 
-std::unique_ptr<view::SceneMesh> sceneOf(const MeshDocument& mesh) {
+std::unique_ptr<view::SceneMesh> sceneOf(const Mesh& mesh) {
   return std::make_unique<view::SceneMesh>(mesh.nodes, mesh.triangles, mesh.quads,
-                                           mesh.textureCoords);
+                                           mesh.triangleTexture);
 }
 
 }  // namespace zel::program

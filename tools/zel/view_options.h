@@ -39,6 +39,6 @@ struct ViewOptions {
 };
 
 /// Makes a mesh ready for drawing.
-[[nodiscard]] std::unique_ptr<view::SceneMesh> sceneOf(const MeshDocument& mesh);
+[[nodiscard]] std::unique_ptr<view::SceneMesh> sceneOf(const Mesh& mesh);
 
 }  // namespace zel::program

@@ -54,7 +54,7 @@ class ZelReader {
  public:
   ZelReader(const InputFile& input, const Console& console) : input_(input), console_(console) {}
 
-  MeshDocument read() {
+  Mesh read() {
     try {
       stream_.OpenM(input_.path().c_str(), "r");
       const int descriptor = fileno(stream_.GetFileDescriptM());
@@ -87,7 +87,7 @@ class ZelReader {
     expectEachSlotOnce(mesh_.quads);
     if (stream_.FinishedReadM() != 1) {
       list_ = "texture coordinates";
-      mesh_.textureCoords.FmInputZelLstM(&stream_);
+      mesh_.triangleTexture.FmInputZelLstM(&stream_);
       expectEnd("_LIST_END");
     }
     checkCorners();
@@ -156,28 +156,28 @@ class ZelReader {
   const InputFile& input_;
   const Console& console_;
   KwIOCL stream_;
-  MeshDocument mesh_;
+  Mesh mesh_;
   const char* list_ = "nodes";
 };
 
 /// About how many bytes the document will have, for the progress bar.
-double expectedSize(const MeshDocument& mesh) {
+double expectedSize(const Mesh& mesh) {
   constexpr double kPerNode = 140;
   constexpr double kPerFace = 140;
   constexpr double kPerTextureCoord = 80;
   return 1 + kPerNode * mesh.nodes.GetBoundM() +
          kPerFace * (mesh.triangles.GetBoundM() + mesh.quads.GetBoundM()) +
-         kPerTextureCoord * mesh.textureCoords.GetBoundM();
+         kPerTextureCoord * mesh.triangleTexture.GetBoundM();
 }
 
-void writeLists(const MeshDocument& mesh, KwIOCL& stream) {
+void writeLists(const Mesh& mesh, KwIOCL& stream) {
   stream.OutputSM(kVersionTag, -1, 1);
   mesh.nodes.FmOutputZelLstM(&stream, kNodeList);
   FILE* const file = stream.GetFileDescriptM();
   mesh.triangles.FmWriteTriangleLstToFileM(file);
   mesh.quads.FmWriteQuadLstToFileM(file);
-  if (mesh.textureCoords.GetBoundM() > 0) {
-    mesh.textureCoords.FmOutputZelLstM(&stream, kTextureCoordList);
+  if (mesh.triangleTexture.GetBoundM() > 0) {
+    mesh.triangleTexture.FmOutputZelLstM(&stream, kTextureCoordList);
   }
   // The plain lists report nothing themselves.
   if (fflush(file) != 0 || ferror(file) != 0) {
@@ -187,11 +187,11 @@ void writeLists(const MeshDocument& mesh, KwIOCL& stream) {
 
 }  // namespace
 
-MeshDocument readZelDocument(const InputFile& input, const Console& console) {
+Mesh readZelDocument(const InputFile& input, const Console& console) {
   return ZelReader(input, console).read();
 }
 
-void writeZelDocument(const MeshDocument& mesh, const OutputFile& output, const Console& console) {
+void writeZelDocument(const Mesh& mesh, const OutputFile& output, const Console& console) {
   const double size = expectedSize(mesh);
   const Progress progress(console, "writing " + output.name(),
                           [&output, size] { return static_cast<double>(output.size()) / size; });

@@ -4,6 +4,7 @@
 #include <new>
 
 #include "zel/core/error.h"
+#include "zel/mesh/detail/checked_lists.h"
 
 namespace zel {
 
@@ -43,25 +44,6 @@ void expectCorners(std::span<const int> corners, int nodes, const char* name) {
     throw badArgument(kBuilding, std::string("a corner of a ") + name + " names node " +
                                      std::to_string(*bad) + " of " + std::to_string(nodes));
   }
-}
-
-/// The lists answer a refusal of memory by staying short.
-template <class List>
-void reserve(List& list, int length) {
-  list.InitialSizeM(length);
-  if (list.GetLengthM() < length) {
-    throw Error::outOfMemory();
-  }
-}
-
-template <class List, class Element>
-int append(List& list, const Element& element) {
-  const int slot = list.GetBoundM();
-  list.AddItemM(element);
-  if (list.GetBoundM() != slot + 1) {
-    throw Error::outOfMemory();
-  }
-  return slot;
 }
 
 Point2DArr textureList(std::span<const float> coords) {

@@ -13,21 +13,22 @@ namespace {
 
 /// How a class of defect is called.
 struct DefectClass {
-  int MeshDefects::*count;
+  int Defects::*count;
   const char* name;         ///< for programs and for --ignore
   const char* description;  ///< for people
 };
 
-constexpr std::array<DefectClass, 9> kDefectClasses = {{
-    {&MeshDefects::openEdges, "openEdges", "edges of one face"},
-    {&MeshDefects::crowdedEdges, "crowdedEdges", "edges of three or more faces"},
-    {&MeshDefects::mixedEdges, "mixedEdges", "edges whose two faces are wound against each other"},
-    {&MeshDefects::bowTieNodes, "bowTieNodes", "nodes whose faces form several fans"},
-    {&MeshDefects::duplicateFaces, "duplicateFaces", "faces of the same nodes as one before"},
-    {&MeshDefects::degenerateFaces, "degenerateFaces", "faces with a repeated node or no area"},
-    {&MeshDefects::danglingFaces, "danglingFaces", "faces that name a deleted node"},
-    {&MeshDefects::unusedNodes, "unusedNodes", "nodes that no face names"},
-    {&MeshDefects::nonFiniteNodes, "nonFiniteNodes", "nodes with NaN or infinity"},
+constexpr std::array<DefectClass, 10> kDefectClasses = {{
+    {&Defects::openEdges, "openEdges", "edges of one face"},
+    {&Defects::crowdedEdges, "crowdedEdges", "edges of three or more faces"},
+    {&Defects::mixedEdges, "mixedEdges", "edges whose two faces are wound against each other"},
+    {&Defects::bowTieNodes, "bowTieNodes", "nodes whose faces form several fans"},
+    {&Defects::duplicateFaces, "duplicateFaces", "faces of the same nodes as one before"},
+    {&Defects::degenerateFaces, "degenerateFaces", "faces with a repeated node or no area"},
+    {&Defects::danglingFaces, "danglingFaces", "faces that name a deleted node"},
+    {&Defects::unusedNodes, "unusedNodes", "nodes that no face names"},
+    {&Defects::nonFiniteNodes, "nonFiniteNodes", "nodes with NaN or infinity"},
+    {&Defects::insideOutComponents, "insideOutComponents", "closed components that look inward"},
 }};
 
 class CheckCommand : public Command {
@@ -50,8 +51,8 @@ class CheckCommand : public Command {
 
   ExitCode run(const Console& console) override {
     return forEachFile(files_, console, [&](const std::string& file) {
-      const MeshDocument mesh = readMesh(file, from_, console);
-      const MeshDefects defects = findDefects(mesh.nodes, mesh.triangles, mesh.quads);
+      const Mesh mesh = readMesh(file, from_, console);
+      const Defects defects = findDefects(mesh);
       if (!console.quiet) {
         console.result(reportOn(file, defects).print(json_));
       }
@@ -64,13 +65,13 @@ class CheckCommand : public Command {
     return std::ranges::find(ignored_, defect.name) == ignored_.end();
   }
 
-  [[nodiscard]] bool hasAny(const MeshDefects& defects) const {
+  [[nodiscard]] bool hasAny(const Defects& defects) const {
     return std::ranges::any_of(kDefectClasses, [&](const DefectClass& defect) {
       return counts(defect) && defects.*defect.count > 0;
     });
   }
 
-  [[nodiscard]] Report reportOn(const std::string& file, const MeshDefects& defects) const {
+  [[nodiscard]] Report reportOn(const std::string& file, const Defects& defects) const {
     Report report(file);
     for (const DefectClass& defect : kDefectClasses) {
       const int count = defects.*defect.count;

@@ -1,6 +1,6 @@
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/mesh_transfer.h"
-#include "tools/zel/mesh_weld.h"
+#include "tools/zel/progress.h"
 
 namespace zel::program {
 
@@ -10,14 +10,15 @@ class ConvertCommand : public Command {
  public:
   void declare(Options& options) override {
     files_.declare(options);
-    options.flag("--weld", weld_, "Merge coincident nodes (within 0.0001) and repeated faces");
+    options.flag("--weld", weld_, "Merge coincident nodes and repeated faces");
     options.example("zel convert bunny.obj bunny.zel");
   }
 
   ExitCode run(const Console& console) override {
-    MeshDocument mesh = files_.read(console);
+    Mesh mesh = files_.read(console);
     if (weld_) {
-      mesh = weldByMerging(mesh, files_.input(), console).mesh;
+      JobProgress progress(console, "welding " + files_.input());
+      weld(mesh, {.progress = progress.told()});
     }
     files_.write(mesh, console);
     return ExitCode::kDone;

@@ -8,12 +8,11 @@
 #include "tools/zel/commands/demo_shape.h"
 #include "tools/zel/failure.h"
 #include "tools/zel/mesh_compare.h"
-#include "tools/zel/mesh_facts.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/mesh_normals.h"
-#include "tools/zel/mesh_weld.h"
 #include "tools/zel/number_text.h"
 #include "tools/zel/picture_file.h"
+#include "tools/zel/progress.h"
 
 namespace zel::program {
 
@@ -23,7 +22,7 @@ constexpr const char* kPictureName = "demo.png";
 constexpr const char* kHeadline = "An open, fluted trefoil tube as a soup of loose triangles\n";
 
 /// Edges of one face only, as the library counts the faces of an edge.
-int countBoundaryEdges(const MeshDocument& mesh) {
+int countBoundaryEdges(const Mesh& mesh) {
   int count = 0;
   forEachFace(mesh.triangles, [&](int, const std::array<int, 3>& corners) {
     for (std::size_t k = 0; k < corners.size(); ++k) {
@@ -49,28 +48,32 @@ class DemoCommand : public Command {
 
   ExitCode run(const Console& console) override {
     DemoSoup soup;
-    WeldedMesh welded;
+    Mesh& welded = soup.mesh;
+    WeldReport report;
     int boundaryEdges = 0;
-    MeshDocument readBack;
+    Mesh readBack;
     time("make the soup", [&] { soup = makeDemoSoup(triangles_); });
-    time("weld", [&] { welded = weldByMerging(soup.mesh, "the soup", console); });
-    time("give normals", [&] {
-      giveFaceNormals(welded.mesh);
-      giveSmoothNodeNormals(welded.mesh);
+    const std::string soupPart = soupText(soup);
+    time("weld", [&] {
+      JobProgress progress(console, "welding the soup");
+      report = weld(welded, {.tolerance = Absolute(kTolerance), .progress = progress.told()});
     });
-    time("find boundary", [&] { boundaryEdges = countBoundaryEdges(welded.mesh); });
-    time("save", [&] { save(welded.mesh, console); });
+    time("give normals", [&] {
+      giveFaceNormals(welded);
+      giveSmoothNodeNormals(welded);
+    });
+    time("find boundary", [&] { boundaryEdges = countBoundaryEdges(welded); });
+    time("save", [&] { save(welded, console); });
     time("read back", [&] { readBack = readMesh(output_, "zel", console); });
     MeshDifference difference;
-    time("compare", [&] { difference = compareExactly(welded.mesh, readBack); });
+    time("compare", [&] { difference = compareExactly(welded, readBack); });
     time("draw", [&] { draw(readBack); });
 
-    const bool asMade = welded.mesh.nodes.GetBoundM() == soup.nodes &&
-                        welded.mesh.triangles.GetBoundM() == soup.triangles &&
-                        welded.repeatedFaces == soup.repeated &&
-                        welded.collapsedFaces == soup.collapsed &&
-                        boundaryEdges == soup.boundaryEdges;
-    console.result(kHeadline + soupText(soup) + weldedText(welded, boundaryEdges) +
+    const bool asMade =
+        welded.nodes.GetBoundM() == soup.nodes && welded.triangles.GetBoundM() == soup.triangles &&
+        report.facesRepeated == soup.repeated && report.facesCollapsed == soup.collapsed &&
+        boundaryEdges == soup.boundaryEdges;
+    console.result(kHeadline + soupPart + weldedText(welded, report, boundaryEdges) +
                    fileText(difference) + pictureText_ + timeText() + verdict(asMade, difference));
     return asMade && difference.findings.empty() ? ExitCode::kDone : ExitCode::kFound;
   }
@@ -86,7 +89,7 @@ class DemoCommand : public Command {
   }
 
   // A machine without OpenGL does everything else of the demo.
-  void draw(const MeshDocument& mesh) {
+  void draw(const Mesh& mesh) {
     const std::string file = (std::filesystem::path(output_).parent_path() / kPictureName).string();
     try {
       writePicture(demoPicture(mesh), file);
@@ -96,7 +99,7 @@ class DemoCommand : public Command {
     }
   }
 
-  void save(const MeshDocument& mesh, const Console& console) const {
+  void save(const Mesh& mesh, const Console& console) const {
     const std::filesystem::path directory = std::filesystem::path(output_).parent_path();
     std::error_code error;
     if (!directory.empty() && !std::filesystem::create_directories(directory, error) && error) {
@@ -113,15 +116,15 @@ class DemoCommand : public Command {
                                    ", each moved by up to 0.000025 along every axis");
   }
 
-  static std::string weldedText(const WeldedMesh& welded, int boundaryEdges) {
-    const MeshFacts facts = gatherFacts(welded.mesh);
-    std::string text = "Welded node by node and face by face\n";
-    text += reportRow("triangles", groupedText(welded.mesh.triangles.GetAvailableNumM()) +
-                                       " (refused " + groupedText(welded.repeatedFaces) +
-                                       " repeated, " + groupedText(welded.collapsedFaces) +
-                                       " collapsed)");
-    text += reportRow("nodes", groupedText(welded.mesh.nodes.GetAvailableNumM()));
-    text += reportRow("bounds", pointText(facts.lowest) + " to " + pointText(facts.highest));
+  static std::string weldedText(const Mesh& welded, const WeldReport& report, int boundaryEdges) {
+    const Measures facts = measure(welded);
+    std::string text = "Welded\n";
+    text += reportRow("triangles", groupedText(welded.triangles.GetAvailableNumM()) + " (refused " +
+                                       groupedText(report.facesRepeated) + " repeated, " +
+                                       groupedText(report.facesCollapsed) + " collapsed)");
+    text += reportRow("nodes", groupedText(welded.nodes.GetAvailableNumM()));
+    text +=
+        reportRow("bounds", pointText(facts.bounds.low) + " to " + pointText(facts.bounds.high));
     text += reportRow("boundary", groupedText(boundaryEdges) + " edges in " +
                                       groupedText(facts.boundaryLoops) + " loops");
     return text;

@@ -73,14 +73,14 @@ class Tube {
 /// Adds triangles whose corners are all their own and none quite in its place.
 class SoupMaker {
  public:
-  explicit SoupMaker(MeshDocument& mesh) : mesh_(mesh) {}
+  explicit SoupMaker(Mesh& mesh) : mesh_(mesh) {}
 
   void add(const Vector& a, const Vector& b, const Vector& c) {
     const int first = mesh_.nodes.GetBoundM();
     for (const Vector& corner : {a, b, c}) {
-      appendNode(mesh_, scattered(corner));
+      mesh_.addNode(scattered(corner));
     }
-    appendTriangle(mesh_, {first, first + 1, first + 2});
+    mesh_.addTriangle({first, first + 1, first + 2});
   }
 
  private:
@@ -98,7 +98,7 @@ class SoupMaker {
     return kScatter * (2 * (static_cast<double>(random_()) / kRange) - 1);
   }
 
-  MeshDocument& mesh_;
+  Mesh& mesh_;
   std::mt19937 random_{20240229};
 };
 

@@ -7,7 +7,7 @@ namespace zel::program {
 /// The demo's input: a fluted tube along a trefoil knot, cut open so that it has two ends, as a
 /// soup of loose triangles.
 struct DemoSoup {
-  MeshDocument mesh;  ///< three nodes of its own for every triangle
+  Mesh mesh;  ///< three nodes of its own for every triangle
   /// What welding must find, known from how the tube is made.
   int nodes = 0;
   int triangles = 0;

@@ -29,8 +29,8 @@ class DiffCommand : public Command {
   }
 
   ExitCode run(const Console& console) override {
-    const MeshDocument first = readMesh(first_, from_, console);
-    const MeshDocument second = readMesh(second_, from_, console);
+    const Mesh first = readMesh(first_, from_, console);
+    const Mesh second = readMesh(second_, from_, console);
     const MeshDifference difference =
         tolerance_ ? compareWithin(first, second, *tolerance_) : compareExactly(first, second);
     if (!console.quiet) {

@@ -131,7 +131,7 @@ class FitCommand : public Command {
 
   ExitCode run(const Console& console) override {
     return forEachFile(files_, console, [&](const std::string& file) {
-      const MeshDocument mesh = readMesh(file, from_, console);
+      const Mesh mesh = readMesh(file, from_, console);
       std::vector<int> slots = points_;
       if (slots.empty()) {
         slots = NodeNumbering(mesh.nodes).slots;
@@ -143,7 +143,7 @@ class FitCommand : public Command {
   }
 
  private:
-  static Point3DArr chosenPoints(const MeshDocument& mesh, const std::vector<int>& slots,
+  static Point3DArr chosenPoints(const Mesh& mesh, const std::vector<int>& slots,
                                  const std::string& file) {
     Point3DArr points;
     points.InitialSizeM(static_cast<int>(slots.size()));

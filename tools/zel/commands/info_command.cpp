@@ -1,6 +1,7 @@
+#include <algorithm>
+
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/format_options.h"
-#include "tools/zel/mesh_facts.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
 #include "tools/zel/report.h"
@@ -8,6 +9,18 @@
 namespace zel::program {
 
 namespace {
+
+bool hasNodeNormals(const Mesh& mesh) {
+  const NodeCL* nodes = mesh.nodes.getCurrentItemPrtConstM();
+  return std::any_of(nodes, nodes + mesh.nodes.GetBoundM(), [](const NodeCL& node) {
+    return isLive(node) && std::any_of(node.normal(), node.normal() + 3,
+                                       [](float component) { return component != 0; });
+  });
+}
+
+bool hasTexture(const Mesh& mesh) {
+  return mesh.triangleTexture.GetAvailableNumM() > 0 || mesh.quadTexture.GetAvailableNumM() > 0;
+}
 
 template <class Elements>
 void reportSlots(Report& report, const std::string& name, const std::string& key,
@@ -20,21 +33,24 @@ void reportSlots(Report& report, const std::string& name, const std::string& key
              {{name, live}, {key, slots}});
 }
 
-std::string boundaryText(const MeshFacts& facts) {
-  std::string text = groupedText(facts.defects.openEdges) + " edges in " +
-                     groupedText(facts.boundaryLoops) + " loops";
+std::string boundaryText(const Measures& facts) {
+  std::string text =
+      groupedText(facts.openEdges) + " edges in " + groupedText(facts.boundaryLoops) + " loops";
   if (facts.boundaryChains > 0) {
     text += " and " + groupedText(facts.boundaryChains) + " open chains";
   }
   return text;
 }
 
-void reportSize(Report& report, const MeshFacts& facts) {
+void reportSize(Report& report, const Measures& facts) {
+  const Bounds& bounds = facts.bounds;
   report.row("bounds",
-             facts.hasBounds ? pointText(facts.lowest) + " to " + pointText(facts.highest) : "",
-             {{"lowest", facts.hasBounds ? Json(facts.lowest) : Json()},
-              {"highest", facts.hasBounds ? Json(facts.highest) : Json()}});
+             bounds.isEmpty ? "" : pointText(bounds.low) + " to " + pointText(bounds.high),
+             {{"lowest", bounds.isEmpty ? Json() : Json(bounds.low)},
+              {"highest", bounds.isEmpty ? Json() : Json(bounds.high)}});
   report.measure("area", "area", facts.area);
+  report.row("volume", facts.isClosed() ? shortText(facts.signedVolume) : "",
+             {{"volume", facts.signedVolume}});
   report.count("edges", "edges", facts.edges);
   report.row("edge lengths",
              facts.edges == 0
@@ -46,21 +62,21 @@ void reportSize(Report& report, const MeshFacts& facts) {
               {"meanEdge", facts.meanEdge}});
 }
 
-Report reportOn(const std::string& file, const MeshDocument& mesh, const MeshFacts& facts) {
+Report reportOn(const std::string& file, const Mesh& mesh, const Measures& facts) {
   Report report(file);
   reportSlots(report, "nodes", "nodeSlots", mesh.nodes);
   reportSlots(report, "triangles", "triangleSlots", mesh.triangles);
   reportSlots(report, "quads", "quadSlots", mesh.quads);
   reportSize(report, facts);
   report.row("boundary", boundaryText(facts),
-             {{"boundaryEdges", facts.defects.openEdges},
+             {{"boundaryEdges", facts.openEdges},
               {"boundaryLoops", facts.boundaryLoops},
               {"boundaryChains", facts.boundaryChains}});
-  report.count("components", "components", facts.defects.components);
+  report.count("components", "components", facts.components);
   report.answer("closed", "closed", facts.isClosed());
   report.answer("orientation", "oriented", facts.isOriented(), "consistent", "mixed");
-  report.answer("node normals", "nodeNormals", facts.hasNodeNormals);
-  report.answer("texture coords", "textureCoords", facts.hasTextureCoords);
+  report.answer("node normals", "nodeNormals", hasNodeNormals(mesh));
+  report.answer("texture coords", "textureCoords", hasTexture(mesh));
   return report;
 }
 
@@ -75,8 +91,8 @@ class InfoCommand : public Command {
 
   ExitCode run(const Console& console) override {
     return forEachFile(files_, console, [&](const std::string& file) {
-      const MeshDocument mesh = readMesh(file, from_, console);
-      console.result(reportOn(file, mesh, gatherFacts(mesh)).print(json_));
+      const Mesh mesh = readMesh(file, from_, console);
+      console.result(reportOn(file, mesh, measure(mesh)).print(json_));
       return ExitCode::kDone;
     });
   }

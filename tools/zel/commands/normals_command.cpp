@@ -23,9 +23,9 @@ class NormalsCommand : public Command {
   }
 
   ExitCode run(const Console& console) override {
-    MeshDocument mesh = files_.read(console);
+    Mesh mesh = files_.read(console);
     if (orient_) {
-      orient(mesh, console);
+      orientFaces(mesh, console);
     }
     giveFaceNormals(mesh);
     flat_ ? giveFlatNodeNormals(mesh) : giveSmoothNodeNormals(mesh);
@@ -39,9 +39,8 @@ class NormalsCommand : public Command {
   }
 
  private:
-  static void orient(MeshDocument& mesh, const Console& console) {
-    const OrientationReport report =
-        orientConsistently(mesh.triangles, mesh.quads, mesh.nodes.GetBoundM());
+  static void orientFaces(Mesh& mesh, const Console& console) {
+    const OrientReport report = orient(mesh);
     console.remark(std::to_string(report.facesReversed) + " faces turned round in " +
                    std::to_string(report.components) + " components, " +
                    std::to_string(report.twistedSeams) + " seams stay twisted");

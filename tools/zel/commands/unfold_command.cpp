@@ -42,7 +42,7 @@ class UnfoldCommand : public Command {
 
   ExitCode run(const Console& console) override {
     files_.expectOtherFile(svg_);
-    MeshDocument mesh = files_.read(console);
+    Mesh mesh = files_.read(console);
     const UnfoldReport report = unfoldMesh(mesh);
     files_.write(
         mesh, svg_, [&] { return unfoldedPicture(mesh); }, console);

@@ -13,11 +13,10 @@ namespace zel::program {
 /// four corners become triangles and quads, larger ones fans; points and lines are left out.
 /// @param format the extension that tells Assimp how to read.
 /// @throws Failure (code 3).
-[[nodiscard]] MeshDocument readThroughAssimp(const InputFile& input, const std::string& format);
+[[nodiscard]] Mesh readThroughAssimp(const InputFile& input, const std::string& format);
 
 /// Writes live nodes and faces through Assimp in a binary form.
 /// @param format "ply" or "stl". @throws Failure (code 4).
-void writeThroughAssimp(const MeshDocument& mesh, const OutputFile& output,
-                        const std::string& format);
+void writeThroughAssimp(const Mesh& mesh, const OutputFile& output, const std::string& format);
 
 }  // namespace zel::program

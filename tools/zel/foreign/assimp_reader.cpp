@@ -21,7 +21,7 @@ class SceneJoiner {
  public:
   SceneJoiner(const InputFile& input, const aiScene& scene) : input_(input), scene_(scene) {}
 
-  MeshDocument join() {
+  Mesh join() {
     addNode(*scene_.mRootNode, aiMatrix4x4());
     return std::move(mesh_);
   }
@@ -49,8 +49,8 @@ class SceneJoiner {
     for (unsigned i = 0; i < part.mNumVertices; ++i) {
       const aiVector3D& point = part.mVertices[i];
       const aiVector3D normal = part.HasNormals() ? part.mNormals[i] : aiVector3D();
-      appendNode(mesh_, pointFrom(stays ? point : place * point),
-                 pointFrom(stays ? normal : turn * normal));
+      mesh_.addNode(pointFrom(stays ? point : place * point),
+                    pointFrom(stays ? normal : turn * normal));
     }
     for (unsigned i = 0; i < part.mNumFaces; ++i) {
       addFace(part, part.mFaces[i]);
@@ -65,7 +65,7 @@ class SceneJoiner {
       }
     }
     if (face.mNumIndices == 4) {
-      appendQuad(mesh_, {slotOf(face, 0), slotOf(face, 1), slotOf(face, 2), slotOf(face, 3)});
+      mesh_.addQuad({slotOf(face, 0), slotOf(face, 1), slotOf(face, 2), slotOf(face, 3)});
       return;
     }
     for (unsigned k = 2; k < face.mNumIndices; ++k) {
@@ -80,18 +80,18 @@ class SceneJoiner {
   void addTriangle(const aiMesh& part, const std::array<unsigned, 3>& vertices) {
     const auto slot = [this](unsigned vertex) { return first_ + static_cast<int>(vertex); };
     const int triangle =
-        appendTriangle(mesh_, {slot(vertices[0]), slot(vertices[1]), slot(vertices[2])});
+        mesh_.addTriangle({slot(vertices[0]), slot(vertices[1]), slot(vertices[2])});
     if (part.HasTextureCoords(0)) {
       for (int k = 0; k < 3; ++k) {
         const aiVector3D& coord = part.mTextureCoords[0][vertices[static_cast<std::size_t>(k)]];
-        setTextureCoord(mesh_, triangle, k, {coord.x, coord.y});
+        setTextureCoord(mesh_.triangleTexture, 3 * triangle + k, {coord.x, coord.y});
       }
     }
   }
 
   const InputFile& input_;
   const aiScene& scene_;
-  MeshDocument mesh_;
+  Mesh mesh_;
   int first_ = 0;  ///< node slot of the present part's vertex 0
 };
 
@@ -121,7 +121,7 @@ void refuseImpossibleCounts(const InputFile& input) {
 
 }  // namespace
 
-MeshDocument readThroughAssimp(const InputFile& input, const std::string& format) {
+Mesh readThroughAssimp(const InputFile& input, const std::string& format) {
   Assimp::Importer importer;
   const aiScene* scene = nullptr;
   if (format == "ply") {

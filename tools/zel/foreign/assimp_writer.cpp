@@ -39,7 +39,7 @@ void fillNodes(aiMesh& part, const NodeArr& nodes, const NodeNumbering& numberin
   }
 }
 
-void fillFaces(aiMesh& part, const MeshDocument& mesh, const NodeNumbering& numbering) {
+void fillFaces(aiMesh& part, const Mesh& mesh, const NodeNumbering& numbering) {
   const int count = mesh.triangles.GetAvailableNumM() + mesh.quads.GetAvailableNumM();
   part.mFaces = new aiFace[static_cast<std::size_t>(count)];
   forEachFace(mesh.triangles, [&](int, const auto& corners) {
@@ -53,7 +53,7 @@ void fillFaces(aiMesh& part, const MeshDocument& mesh, const NodeNumbering& numb
 }
 
 /// A scene of one mesh; it owns all its parts.
-void fillScene(aiScene& scene, const MeshDocument& mesh) {
+void fillScene(aiScene& scene, const Mesh& mesh) {
   const NodeNumbering numbering(mesh.nodes);
   scene.mMaterials = new aiMaterial* [1] { new aiMaterial };
   scene.mNumMaterials = 1;
@@ -68,8 +68,7 @@ void fillScene(aiScene& scene, const MeshDocument& mesh) {
 
 }  // namespace
 
-void writeThroughAssimp(const MeshDocument& mesh, const OutputFile& output,
-                        const std::string& format) {
+void writeThroughAssimp(const Mesh& mesh, const OutputFile& output, const std::string& format) {
   aiScene scene;
   fillScene(scene, mesh);
   Assimp::Exporter exporter;

@@ -1,10 +1,10 @@
-#include "zel/mesh/boundary.h"
+#include "zel/algorithms/boundary.h"
 
 #include <cstddef>
 
-#include "zel/mesh/detail/half_edges.h"
-#include "zel/mesh/quad.h"
-#include "zel/mesh/triangle.h"
+#include "zel/core/detail/memory_errors.h"
+#include "zel/core/detail/progress_steps.h"
+#include "zel/mesh/edges.h"
 
 namespace zel {
 namespace {
@@ -76,17 +76,23 @@ class BoundaryWalk {
 
 }  // namespace
 
-std::vector<BoundaryChain> boundaryChains(const TriangleArr& triangles, const QuadArr& quads,
-                                          int nodeCount) {
-  const HalfEdges edges(triangles, quads, nodeCount);
-  BoundaryWalk walk(edges);
-  std::vector<BoundaryChain> chains;
-  for (int edge = 0; edge < edges.count(); ++edge) {
-    if (walk.startsChain(edge)) {
-      chains.push_back(walk.chainFrom(edge));
+std::vector<BoundaryChain> boundaryChains(const HalfEdges& edges, const BoundaryOptions& options) {
+  return tellingRefusedMemory([&] {
+    BoundaryWalk walk(edges);
+    ProgressSteps steps(options.progress, static_cast<std::size_t>(edges.count()));
+    std::vector<BoundaryChain> chains;
+    for (int edge = 0; edge < edges.count(); ++edge) {
+      if (walk.startsChain(edge)) {
+        chains.push_back(walk.chainFrom(edge));
+      }
+      steps.advance();
     }
-  }
-  return chains;
+    return chains;
+  });
+}
+
+std::vector<BoundaryChain> boundaryChains(const Mesh& mesh, const BoundaryOptions& options) {
+  return boundaryChains(HalfEdges(mesh), options);
 }
 
 }  // namespace zel

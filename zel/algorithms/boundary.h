@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "zel/core/api.h"
-
-class NodeArr;
-class QuadArr;
-class TriangleArr;
+#include "zel/core/progress.h"
 
 namespace zel {
+
+class HalfEdges;
+struct Mesh;
 
 /// A run of boundary edges: each joins one node to the next.
 struct BoundaryChain {
@@ -22,17 +22,25 @@ struct BoundaryChain {
   bool isClosed;
 };
 
+/// How boundaryChains() works.
+struct BoundaryOptions {
+  Progress progress{};  ///< told of the work done
+  int threads = 0;      ///< how many to use; 0: one per core. Results do not depend on it
+};
+
 /// Finds every boundary edge (an edge of exactly one live face) and joins them to chains.
 ///
 /// From an edge the chain goes on by turning about its end node from face to face until the next
 /// boundary edge, so that loops which meet in one node stay apart. A chain is open when this turn
-/// meets an edge of three or more faces or a face wound the other way.
-/// @param nodeCount nodes 0 to nodeCount - 1 exist; faces with other corners, or with two equal
-///                  corners, are left out.
+/// meets an edge of three or more faces or a face wound the other way. Faces with a corner that is
+/// no node, or with two equal corners, are left out.
 /// @return the chains, ordered by the first boundary edge of each in the order of triangles, then
 ///         quads, by slot. Linear in nodes plus faces.
-[[nodiscard]] ZEL_API std::vector<BoundaryChain> boundaryChains(const TriangleArr& triangles,
-                                                                const QuadArr& quads,
-                                                                int nodeCount);
+/// @throws Error code kExhausted, kCancelled.
+[[nodiscard]] ZEL_API std::vector<BoundaryChain> boundaryChains(
+    const Mesh& mesh, const BoundaryOptions& options = {});
+/// As above, for edges that have been paired already.
+[[nodiscard]] ZEL_API std::vector<BoundaryChain> boundaryChains(
+    const HalfEdges& edges, const BoundaryOptions& options = {});
 
 }  // namespace zel
