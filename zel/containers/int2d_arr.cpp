@@ -13,7 +13,7 @@ template class zel::SlotStore<zel::Int2, zel::IntPolicy>;
 #define ZEL_HAS_INITIAL_SIZE
 #define ZEL_HAS_ITEM_POINTER
 #define ZEL_HAS_KEEPING_CLEAR
-#include "zel/containers/detail/common_set.inl"
+#include "zel/containers/detail/family.inl"
 
 int Int2DArr::AddInIdxLstM(int position, int key, int value) {
   zel::addInIndexList(slots_, position, key, value);

@@ -13,7 +13,7 @@ template class zel::SlotStore<zel::Int3, zel::IntPolicy>;
 #define ZEL_HAS_INITIAL_SIZE
 #define ZEL_HAS_ITEM_POINTER
 #define ZEL_HAS_LAST_INDEX
-#include "zel/containers/detail/common_set.inl"
+#include "zel/containers/detail/family.inl"
 
 int Int3DArr::FindIdxInLstM(int key) const { return zel::findFirstComponent(slots_, key); }
 

@@ -13,7 +13,7 @@ template class zel::SlotStore<zel::Int4, zel::IntPolicy>;
 #define ZEL_HAS_INITIAL_SIZE
 #define ZEL_HAS_ITEM_POINTER
 #define ZEL_HAS_LAST_INDEX
-#include "zel/containers/detail/common_set.inl"
+#include "zel/containers/detail/family.inl"
 
 int Int4DArr::ModifyItemM(int value, int index, int component) {
   const bool isInside = index >= 0 && index < slots_.length() && component >= 0 && component < 4;

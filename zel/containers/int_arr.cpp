@@ -13,7 +13,7 @@ template class zel::SlotStore<int, zel::IntPolicy>;
 #define ZEL_HAS_ITEM_POINTER
 #define ZEL_HAS_LAST_INDEX
 #define ZEL_HAS_KEEPING_CLEAR
-#include "zel/containers/detail/common_set.inl"
+#include "zel/containers/detail/family.inl"
 
 int IntArr::SetAllSameValueM(int value, bool all) {
   int* store = slots_.data();

@@ -1,26 +1,15 @@
 #include "zel/containers/kw_string_arr.h"
 
-#include <new>
 #include <utility>
 
-#include "zel/containers/detail/slot_store_impl.h"
 #include "zel/containers/detail/text_index.h"
 
 template class zel::SlotStore<KwStringCL, zel::ElementPolicy>;
+template class zel::IndexedSlots<KwStringCL, zel::ElementPolicy, zel::TextIndex>;
 
 namespace {
 
 using Texts = zel::SlotStore<KwStringCL, zel::ElementPolicy>;
-
-/// Up to this length a walk is as fast as the index.
-constexpr int kSmallLength = 64;
-constexpr int kNotFound = -1;
-
-std::string_view textOf(const KwStringCL& element) {
-  const char* const bytes = element;
-  return bytes == nullptr ? std::string_view()
-                          : std::string_view(bytes, static_cast<std::size_t>(element.GetLengthM()));
-}
 
 /// Whether the heap had room for every text of a copy.
 bool isWhole(const Texts& copy, const Texts& original) {
@@ -37,7 +26,7 @@ bool isWhole(const Texts& copy, const Texts& original) {
 KwStringArr::KwStringArr() = default;
 
 KwStringArr::KwStringArr(const KwStringArr& other) : slots_(other.slots_) {
-  if (!isWhole(slots_, other.slots_)) {
+  if (!isWhole(slots_.store(), other.slots_.store())) {
     slots_.clear();
   }
 }
@@ -56,14 +45,13 @@ KwStringArr& KwStringArr::operator=(const KwStringArr& other) {
   for (int i = 0; i < other.slots_.bound(); ++i) {
     copy[i] = other.slots_[i];
   }
-  if (!isWhole(copy, other.slots_)) {
+  if (!isWhole(copy, other.slots_.store())) {
     return *this;
   }
   copy.setBound(other.slots_.bound());
   copy.setAvailable(other.slots_.available());
   copy.setIncrement(other.slots_.increment());
-  slots_ = std::move(copy);
-  index_.reset();
+  slots_.replace(std::move(copy));
   return *this;
 }
 
@@ -87,7 +75,7 @@ int KwStringArr::AddStringM(int count, const char* bytes) {
 
 int KwStringArr::AddByCompM(const char* text) {
   const int found = FindStrM(text);
-  if (found != kNotFound) {
+  if (found >= 0) {
     return found;
   }
   KwStringCL element(zel::kTagAvailable);
@@ -96,20 +84,8 @@ int KwStringArr::AddByCompM(const char* text) {
 }
 
 void KwStringArr::SetValueM(int index, int count, const char* bytes) {
-  if (!slots_.holds(index)) {
-    return;
-  }
-  const bool isIndexed = index_ != nullptr && index < index_->covered();
-  if (isIndexed) {
-    index_->forget(index, textOf(slots_[index]));
-  }
-  slots_[index].SetValueM(count, bytes);
-  if (isIndexed) {
-    try {
-      index_->learn(index, textOf(slots_[index]));
-    } catch (const std::bad_alloc&) {
-      index_.reset();
-    }
+  if (slots_.holds(index)) {
+    slots_.change(index, [=](KwStringCL& element) { element.SetValueM(count, bytes); });
   }
 }
 
@@ -123,29 +99,11 @@ void KwStringArr::GetValueM(int index, int* count, char* out) const {
 }
 
 int KwStringArr::GetLengthM(int index) const {
-  return index < 0 || index >= slots_.length() ? 0 : slots_[index].GetLengthM();
+  return slots_.exists(index) ? slots_[index].GetLengthM() : 0;
 }
 
 int KwStringArr::FindStrM(const char* text) const {
-  if (text == nullptr) {
-    text = "";
-  }
-  const int bound = slots_.bound();
-  try {
-    if (index_ == nullptr && bound > kSmallLength) {
-      index_.reset(new zel::TextIndex());
-    }
-    while (index_ != nullptr && index_->covered() < bound) {
-      index_->cover(textOf(slots_[index_->covered()]));
-    }
-  } catch (const std::bad_alloc&) {
-    index_.reset();
-  }
-  if (index_ != nullptr) {
-    return index_->lowestMatch(text, [this](int slot) { return textOf(slots_[slot]); });
-  }
-  return slots_.firstWhere(
-      [text](const KwStringCL& element) { return element.CompareStrM(0, text) == 0; });
+  return zel::firstMatch(slots_, text == nullptr ? "" : text);
 }
 
 int KwStringArr::StrCmpM(int index, int count, const char* text) const {
@@ -154,14 +112,10 @@ int KwStringArr::StrCmpM(int index, int count, const char* text) const {
 
 int KwStringArr::DelItemM(int index) {
   slots_.remove(index);
-  if (index_ != nullptr && index_->covered() > slots_.bound()) {
-    index_->uncoverLast(textOf(slots_[slots_.bound()]));
-  }
   return 1;
 }
 
 int KwStringArr::DelAllM() {
   slots_.clear();
-  index_.reset();
   return 1;
 }

@@ -3,13 +3,12 @@
 /// @file
 /// The string table.
 
-#include <memory>
-
+#include "zel/containers/indexed_slots.h"
 #include "zel/containers/kw_string.h"
 
 namespace zel {
 class TextIndex;
-}  // namespace zel
+}
 
 /// A growable row of texts with the bookkeeping of IntArr; live means delete tag 31.
 ///
@@ -74,6 +73,5 @@ class ZEL_API KwStringArr {
   int DelAllM();
 
  private:
-  zel::SlotStore<KwStringCL, zel::ElementPolicy> slots_;
-  mutable std::unique_ptr<zel::TextIndex> index_;  ///< null until a large table is searched
+  zel::IndexedSlots<KwStringCL, zel::ElementPolicy, zel::TextIndex> slots_;
 };

@@ -9,4 +9,4 @@ template class zel::SlotStore<zel::Float4, zel::FloatTuplePolicy>;
 #define ZEL_SLOT zel::Float4
 #define ZEL_IN const float*
 #define ZEL_OUT float*
-#include "zel/containers/detail/common_set.inl"
+#include "zel/containers/detail/family.inl"

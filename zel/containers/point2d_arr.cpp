@@ -13,7 +13,7 @@ template class zel::SlotStore<zel::Float2, zel::FloatTuplePolicy>;
 #define ZEL_HAS_INITIAL_SIZE
 #define ZEL_HAS_ITEM_POINTER
 #define ZEL_HAS_KEEPING_CLEAR
-#include "zel/containers/detail/common_set.inl"
+#include "zel/containers/detail/family.inl"
 
 int Point2DArr::CheckCcwM() const {
   const int bound = slots_.bound();

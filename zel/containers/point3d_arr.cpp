@@ -2,7 +2,11 @@
 
 #include <algorithm>
 
+#include "zel/containers/detail/point_index.h"
 #include "zel/containers/detail/rows.h"
+
+template class zel::SlotStore<zel::Float3, zel::PointPolicy>;
+template class zel::IndexedSlots<zel::Float3, zel::PointPolicy, zel::PointIndex>;
 
 #define ZEL_ARR Point3DArr
 #define ZEL_SLOT zel::Float3
@@ -10,7 +14,7 @@
 #define ZEL_OUT float*
 #define ZEL_HAS_INITIAL_SIZE
 #define ZEL_HAS_KEEPING_CLEAR
-#include "zel/containers/detail/common_set.inl"
+#include "zel/containers/detail/family.inl"
 
 namespace {
 
@@ -21,20 +25,22 @@ bool isPointAvailable(const zel::Float3& point) { return point[0] > zel::kLiveNe
 int Point3DArr::IntialSizeM(int length) { return InitialSizeM(length); }
 
 int Point3DArr::AddPointM(const float* point) {
-  const int found = slots_.firstNear(point);
+  const int found = zel::firstNear(slots_, point);
   return found < 0 ? AddItemM(point) : found;
 }
 
 int Point3DArr::AppendPntsM(const Point3DArr& other) {
-  const int oldBound = std::max(slots_.bound(), 0);
-  const int added = std::max(other.slots_.bound(), 0);
-  if (!slots_.reserve(oldBound + added)) {
+  const int oldBound = slots_.count();
+  const int added = other.slots_.count();
+  const std::int64_t missing = std::int64_t{oldBound} + added - slots_.length();
+  if (missing > 0 && !slots_.addSize(missing)) {
     return 1;
   }
+  zel::Float3* const fresh = slots_.changeUnindexed() + oldBound;
   for (int i = 0; i < added; ++i) {
     const zel::Float3 point = other.slots_[i];
     if (zel::PointPolicy::isLive(point[0])) {
-      slots_.change(oldBound + i) = point;
+      fresh[i] = point;
     }
   }
   if (added > 0) {
@@ -46,27 +52,27 @@ int Point3DArr::AppendPntsM(const Point3DArr& other) {
 
 void Point3DArr::SetItemValueM(int index, float x, float y, float z) {
   if (slots_.holds(index)) {
-    slots_.change(index) = {x, y, z};
+    slots_.change(index, [=](zel::Float3& point) { point = {x, y, z}; });
   }
 }
 
 void Point3DArr::SetItemZValueM(int index, float z) {
   if (slots_.holds(index)) {
-    slots_.change(index)[2] = z;
+    slots_.change(index, [=](zel::Float3& point) { point[2] = z; });
   }
 }
 
 float* Point3DArr::GetItemPM(int index) {
-  return index < 0 || index >= slots_.length() ? nullptr : slots_.handOut(index)->data();
+  return slots_.exists(index) ? slots_.handOut(index).data() : nullptr;
 }
 
 const float* Point3DArr::GetItemPM(int index) const {
-  return index < 0 || index >= slots_.length() ? nullptr : slots_[index].data();
+  return slots_.exists(index) ? slots_[index].data() : nullptr;
 }
 
 int Point3DArr::IsPntAvailableM(int index) const {
-  const bool isInside = index >= 0 && index < slots_.length();
-  return isInside && isPointAvailable(slots_[index]) ? zel::kTagAvailable : zel::kTagNotAvailable;
+  return slots_.exists(index) && isPointAvailable(slots_[index]) ? zel::kTagAvailable
+                                                                 : zel::kTagNotAvailable;
 }
 
 int Point3DArr::GetVertexM(int count, const int* indices, float (*points)[3]) const {

@@ -5,11 +5,15 @@
 
 #include <cstdio>
 
-#include "zel/containers/point_store.h"
+#include "zel/containers/indexed_slots.h"
 #include "zel/core/api.h"
 
 class KwIOCL;
 struct XYCoordSysD;
+
+namespace zel {
+class PointIndex;
+}
 
 /// An IntArr of points (x, y, z) with the mark -1e18 in x. Items go in and out through a pointer
 /// to three floats.
@@ -170,5 +174,5 @@ class ZEL_API Point3DArr {
   /// Overwrites a slot in 0 to bound - 1; the available count stays.
   void SetItemValueM(int index, float x, float y, float z);
 
-  zel::PointStore slots_;
+  zel::IndexedSlots<zel::Float3, zel::PointPolicy, zel::PointIndex> slots_;
 };

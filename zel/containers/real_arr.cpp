@@ -15,7 +15,7 @@ template class zel::SlotStore<float, zel::RealPolicy>;
 #define ZEL_HAS_ITEM_POINTER
 #define ZEL_HAS_LAST_INDEX
 #define ZEL_HAS_KEEPING_CLEAR
-#include "zel/containers/detail/common_set.inl"
+#include "zel/containers/detail/family.inl"
 
 namespace {
 

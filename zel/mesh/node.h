@@ -5,9 +5,9 @@
 
 #include <cstdio>
 
+#include "zel/containers/indexed_slots.h"
 #include "zel/core/api.h"
 #include "zel/core/element_base.h"
-#include "zel/mesh/indexed_slots.h"
 
 class IntArr;
 class KwIOCL;
@@ -285,7 +285,7 @@ class ZEL_API NodeArr {
   int FmReadNodeLstM(FILE* file);
 
  private:
-  using Slots = zel::IndexedSlots<NodeCL, zel::NodeIndex>;
+  using Slots = zel::IndexedSlots<NodeCL, zel::ElementPolicy, zel::NodeIndex>;
 
   int fmReadOneNodeM(FILE* file, int index);
 

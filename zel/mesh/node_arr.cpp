@@ -1,20 +1,27 @@
 // The list of nodes: family operations, reading, extents.
 
+#include "zel/containers/detail/rows.h"
 #include "zel/containers/point3d_arr.h"
 #include "zel/geometry/detail/vectors.h"
 #include "zel/geometry/geometry.h"
 #include "zel/mesh/detail/extents.h"
-#include "zel/mesh/detail/indexed_slots_impl.h"
 #include "zel/mesh/detail/node_index.h"
 #include "zel/mesh/node.h"
 
 template class zel::SlotStore<NodeCL, zel::ElementPolicy>;
-template class zel::IndexedSlots<NodeCL, zel::NodeIndex>;
+template class zel::IndexedSlots<NodeCL, zel::ElementPolicy, zel::NodeIndex>;
 
-#define ZEL_LIST NodeArr
-#define ZEL_ELEMENT NodeCL
+#define ZEL_ARR NodeArr
+#define ZEL_SLOT NodeCL
+#define ZEL_IN const NodeCL&
+#define ZEL_OUT NodeCL*
 #define ZEL_SLOTS nodes_
-#include "zel/mesh/detail/list_family.inl"
+#define ZEL_HAS_INITIAL_SIZE
+#define ZEL_HAS_ITEM_POINTER
+#define ZEL_HAS_LAST_INDEX
+#define ZEL_HAS_KEEPING_CLEAR
+#define ZEL_HAS_ELEMENTS
+#include "zel/containers/detail/family.inl"
 
 namespace {
 
@@ -37,8 +44,8 @@ void NodeArr::SetNodeNormM(int index, const float* normal) {
 }
 
 void NodeArr::GetPntLstM(Point3DArr* out) const {
-  out->IntialSizeM(nodes_.bound());
-  for (int slot = 0; slot < nodes_.bound(); ++slot) {
+  out->IntialSizeM(nodes_.count());
+  for (int slot = 0; slot < nodes_.count(); ++slot) {
     out->SetItemM(nodes_[slot].point(), slot);
   }
 }
@@ -46,7 +53,7 @@ void NodeArr::GetPntLstM(Point3DArr* out) const {
 void NodeArr::GetMinXY(float* minX, float* minY) const {
   *minX = zel::kInfinity;
   *minY = zel::kInfinity;
-  for (int slot = 0; slot < nodes_.bound(); ++slot) {
+  for (int slot = 0; slot < nodes_.count(); ++slot) {
     if (nodes_.isLive(slot)) {
       *minX = std::min(*minX, nodes_[slot].point()[0]);
       *minY = std::min(*minY, nodes_[slot].point()[1]);
@@ -57,8 +64,8 @@ void NodeArr::GetMinXY(float* minX, float* minY) const {
 void NodeArr::GetMaxMinM(const float* a1, const float* a2, const float* a3, float* r1, float* r2,
                          float* r3) const {
   const zel::Extents extents(a1, a2, a3, r1, r2, r3);
-  const int first = nodes_.store().nextLive(-1);
-  for (int slot = first; slot >= 0; slot = nodes_.store().nextLive(slot)) {
+  const int first = nodes_.nextLive(-1);
+  for (int slot = first; slot >= 0; slot = nodes_.nextLive(slot)) {
     extents.take(nodes_[slot].point(), slot == first);
   }
 }

@@ -6,10 +6,10 @@
 #include <new>
 #include <vector>
 
+#include "zel/containers/detail/indexed_slots_impl.h"
 #include "zel/containers/int_arr.h"
 #include "zel/geometry/detail/transform_many.h"
 #include "zel/geometry/geometry.h"
-#include "zel/mesh/detail/indexed_slots_impl.h"
 #include "zel/mesh/detail/node_index.h"
 #include "zel/mesh/node.h"
 #include "zel/mesh/triangle.h"
@@ -55,7 +55,7 @@ void NodeArr::AddPntAndNormM(NodeCL& scratch, const float* limit, float x, float
   if (!isInside) {
     return;
   }
-  const int slot = nodes_.bound();
+  const int slot = nodes_.count();
   float point[3] = {x, y, z};
   if (slot < nodes_.length()) {
     nodes_.changeUnindexed()[slot].SetPntM(point);
@@ -108,7 +108,7 @@ void pointFirstEntriesToZero(IntArr* lst, int nodeCount, IsLive isLive) {
 }  // namespace
 
 void NodeArr::PurgeDeletedNodes(IntArr* lst, TriangleArr* tris) {
-  const int count = nodes_.bound();
+  const int count = nodes_.count();
   lst->PurgeDeletedItemM();
   try {
     pointFirstEntriesToZero(lst, count, [this](int slot) { return nodes_.isLive(slot); });
@@ -133,11 +133,11 @@ void NodeArr::PurgeDeletedNodes(IntArr* lst, TriangleArr* tris) {
 
 void NodeArr::InverseNodeLstM() {
   NodeCL* store = nodes_.changeAll().data();
-  std::reverse(store, store + nodes_.bound());
+  std::reverse(store, store + nodes_.count());
 }
 
 void NodeArr::InverseMeshNodeLstM(int rows, int cols) {
-  if (rows < 2 || cols < 1 || std::int64_t{rows} * cols > nodes_.bound()) {
+  if (rows < 2 || cols < 1 || std::int64_t{rows} * cols > nodes_.count()) {
     return;
   }
   NodeCL* store = nodes_.changeAll().data();
@@ -148,16 +148,16 @@ void NodeArr::InverseMeshNodeLstM(int rows, int cols) {
 
 void NodeArr::TransByMatrixM(const float* matrix) {
   NodeCL* store = nodes_.changeAll().data();
-  zel::transformPointsAndDirections(matrix, positions(store, nodes_.bound()), store->normal());
+  zel::transformPointsAndDirections(matrix, positions(store, nodes_.count()), store->normal());
 }
 
 void NodeArr::ScaleM(const float* matrix) {
   NodeCL* store = nodes_.changeAll().data();
-  zel::transformPoints(matrix, positions(store, nodes_.bound()));
+  zel::transformPoints(matrix, positions(store, nodes_.count()));
 }
 
 int NodeArr::ExtendByRotateToCircleM(int n, const float* p, const float* dir) {
-  const std::int64_t length = (std::int64_t{n} + 1) * nodes_.bound();
+  const std::int64_t length = (std::int64_t{n} + 1) * nodes_.count();
   if (n < 1 || length < 1 || length > std::numeric_limits<int>::max()) {
     return 1;
   }
@@ -169,7 +169,7 @@ int NodeArr::ExtendByRotateToCircleM(int n, const float* p, const float* dir) {
   }
   for (int k = 1; k < n; ++k) {
     ring.TransByMatrixM(step);
-    for (int slot = 0; slot < ring.nodes_.bound(); ++slot) {
+    for (int slot = 0; slot < ring.nodes_.count(); ++slot) {
       if (ring.nodes_.isLive(slot)) {
         nodes_.add(ring.nodes_[slot]);
       }

@@ -2,10 +2,10 @@
 
 #include <cmath>
 
+#include "zel/containers/detail/indexed_slots_impl.h"
 #include "zel/containers/int_arr.h"
 #include "zel/geometry/detail/vectors.h"
 #include "zel/geometry/geometry.h"
-#include "zel/mesh/detail/indexed_slots_impl.h"
 #include "zel/mesh/detail/node_index.h"
 #include "zel/mesh/node.h"
 #include "zel/mesh/quad.h"
@@ -42,7 +42,7 @@ float distanceToEntry(const NodeSlots& nodes, const float* p, const IntArr& lst,
 void NodeArr::GetMinPntIdxM(const float* p, const float* d1, const float* d2, int* idx) const {
   double minA = zel::kInfinity;
   double minB = zel::kInfinity;
-  for (int slot = 0; slot < nodes_.bound(); ++slot) {
+  for (int slot = 0; slot < nodes_.count(); ++slot) {
     const zel::Vec3 v = zel::Vec3(nodes_[slot].point()) - p;
     const double a = std::fabs(zel::dot(v, d1));
     const double b = std::fabs(zel::dot(v, d2));
@@ -91,7 +91,7 @@ int NodeArr::GetSelectedIdxM(const float* matrix, const float* p, float radius,
   const double limit = double{radius} * radius;
   double best = limit;
   int selected = -1;
-  for (int slot = 0; slot < nodes_.bound(); ++slot) {
+  for (int slot = 0; slot < nodes_.count(); ++slot) {
     if (!nodes_.isLive(slot)) {
       continue;
     }

@@ -105,7 +105,7 @@ class GridNode {
 
   // @return whether the two nodes are apart.
   bool difference(std::int64_t from, std::int64_t to, float* out) {
-    if (std::max(from, to) >= nodes_.bound()) {
+    if (std::max(from, to) >= nodes_.count()) {
       isNeighbourMissing_ = true;
       return true;
     }
@@ -143,7 +143,7 @@ void NodeArr::ReGenNormalVectM(const QuadCL& quad) { spreadFlatNormal(nodes_, qu
 int NodeArr::ReGenNormalVectM(int row, int col, int rows, int cols) {
   const bool isInGrid = row >= 0 && row < rows && col >= 0 && col < cols;
   const std::int64_t slot = std::int64_t{row} * cols + col;
-  if (rows >= 2 && cols >= 2 && isInGrid && slot < nodes_.bound()) {
+  if (rows >= 2 && cols >= 2 && isInGrid && slot < nodes_.count()) {
     GridNode(nodes_, static_cast<int>(slot), cols, row == rows - 1, col == cols - 1)
         .generateNormal();
   }
@@ -153,7 +153,7 @@ int NodeArr::ReGenNormalVectM(int row, int col, int rows, int cols) {
 int NodeArr::CalculateNormByFaceviewLst(const TriangleArr& tris, const QuadArr& /*quads*/) {
   std::vector<bool> isUsed;
   try {
-    isUsed.resize(static_cast<std::size_t>(nodes_.bound()));
+    isUsed.resize(static_cast<std::size_t>(nodes_.count()));
   } catch (const std::bad_alloc&) {
     kwErrorMessage(zel::kOutOfMemory);
     return 1;
@@ -165,7 +165,7 @@ int NodeArr::CalculateNormByFaceviewLst(const TriangleArr& tris, const QuadArr& 
       }
     }
   }
-  for (int slot = 0; slot < nodes_.bound(); ++slot) {
+  for (int slot = 0; slot < nodes_.count(); ++slot) {
     if (isUsed[static_cast<std::size_t>(slot)]) {
       slNormalize(nodes_.changeUnindexed()[slot].normal());
     }
@@ -175,7 +175,7 @@ int NodeArr::CalculateNormByFaceviewLst(const TriangleArr& tris, const QuadArr& 
 
 int NodeArr::NegativeNormalVectM() {
   NodeCL* store = nodes_.changeUnindexed();
-  for (int slot = 0; slot < nodes_.bound(); ++slot) {
+  for (int slot = 0; slot < nodes_.count(); ++slot) {
     if (nodes_.isLive(slot)) {
       const float* n = store[slot].normal();
       const float flipped[3] = {-n[0], -n[1], -n[2]};

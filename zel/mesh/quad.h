@@ -5,10 +5,10 @@
 
 #include <cstdio>
 
+#include "zel/containers/indexed_slots.h"
 #include "zel/core/api.h"
 #include "zel/core/element_base.h"
 #include "zel/mesh/face_record.h"
-#include "zel/mesh/indexed_slots.h"
 
 class IntArr;
 class KwIOCL;
@@ -156,7 +156,7 @@ class ZEL_API QuadArr {
   int ExportQuadLstDBFileM(FILE* file) const;
 
  private:
-  using Faces = zel::IndexedSlots<QuadCL, zel::FaceIndex<QuadCL>>;
+  using Faces = zel::IndexedSlots<QuadCL, zel::ElementPolicy, zel::FaceIndex<QuadCL>>;
 
   int fmReadOneQuadM(FILE* file, int index);
 

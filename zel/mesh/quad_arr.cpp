@@ -1,15 +1,23 @@
 // The list of quads.
 
+#include "zel/containers/detail/rows.h"
 #include "zel/mesh/detail/face_list_ops.h"
 #include "zel/mesh/quad.h"
 
 template class zel::SlotStore<QuadCL, zel::ElementPolicy>;
-template class zel::IndexedSlots<QuadCL, zel::FaceIndex<QuadCL>>;
+template class zel::IndexedSlots<QuadCL, zel::ElementPolicy, zel::FaceIndex<QuadCL>>;
 
-#define ZEL_LIST QuadArr
-#define ZEL_ELEMENT QuadCL
+#define ZEL_ARR QuadArr
+#define ZEL_SLOT QuadCL
+#define ZEL_IN const QuadCL&
+#define ZEL_OUT QuadCL*
 #define ZEL_SLOTS faces_
-#include "zel/mesh/detail/list_family.inl"
+#define ZEL_HAS_INITIAL_SIZE
+#define ZEL_HAS_ITEM_POINTER
+#define ZEL_HAS_LAST_INDEX
+#define ZEL_HAS_KEEPING_CLEAR
+#define ZEL_HAS_ELEMENTS
+#include "zel/containers/detail/family.inl"
 
 int QuadArr::MergeQuadLstM(QuadCL quad) {
   faces_.add(quad);

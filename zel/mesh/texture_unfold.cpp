@@ -193,7 +193,7 @@ class TriangleArr::UnfoldWalk {
 };
 
 int TriangleArr::GetTexCoordM(const XYCoordSysD& cs, Point2DArr* uv, const NodeArr& nodes) {
-  const int count = faces_.bound();
+  const int count = faces_.count();
   if (count == 0) {
     return 1;
   }

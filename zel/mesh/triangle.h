@@ -5,11 +5,11 @@
 
 #include <cstdio>
 
+#include "zel/containers/indexed_slots.h"
 #include "zel/core/api.h"
 #include "zel/core/element_base.h"
 #include "zel/geometry/records.h"
 #include "zel/mesh/face_record.h"
-#include "zel/mesh/indexed_slots.h"
 
 class Int2DArr;
 class IntArr;
@@ -273,7 +273,7 @@ class ZEL_API TriangleArr {
   int ExportTriangleLstDBFileM(FILE* file, const float* matrix) const;
 
  private:
-  using Faces = zel::IndexedSlots<TriangleCL, zel::FaceIndex<TriangleCL>>;
+  using Faces = zel::IndexedSlots<TriangleCL, zel::ElementPolicy, zel::FaceIndex<TriangleCL>>;
 
   class UnfoldWalk;
 

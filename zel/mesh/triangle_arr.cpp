@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "zel/containers/detail/rows.h"
 #include "zel/containers/int2d_arr.h"
 #include "zel/geometry/detail/vectors.h"
 #include "zel/mesh/detail/face_list_ops.h"
@@ -9,12 +10,19 @@
 #include "zel/mesh/triangle.h"
 
 template class zel::SlotStore<TriangleCL, zel::ElementPolicy>;
-template class zel::IndexedSlots<TriangleCL, zel::FaceIndex<TriangleCL>>;
+template class zel::IndexedSlots<TriangleCL, zel::ElementPolicy, zel::FaceIndex<TriangleCL>>;
 
-#define ZEL_LIST TriangleArr
-#define ZEL_ELEMENT TriangleCL
+#define ZEL_ARR TriangleArr
+#define ZEL_SLOT TriangleCL
+#define ZEL_IN const TriangleCL&
+#define ZEL_OUT TriangleCL*
 #define ZEL_SLOTS faces_
-#include "zel/mesh/detail/list_family.inl"
+#define ZEL_HAS_INITIAL_SIZE
+#define ZEL_HAS_ITEM_POINTER
+#define ZEL_HAS_LAST_INDEX
+#define ZEL_HAS_KEEPING_CLEAR
+#define ZEL_HAS_ELEMENTS
+#include "zel/containers/detail/family.inl"
 
 int TriangleArr::FindTriangleM(const int* indices) const {
   int last = -1;
@@ -26,14 +34,14 @@ int TriangleArr::FindTriangleM(const int* indices) const {
 }
 
 int TriangleArr::FindTriangleM(const int* indices, int* at) const {
-  int first = faces_.bound();
+  int first = faces_.count();
   zel::anyFaceWithin(faces_, indices, [&](int slot) {
     if (faces_[slot].FindTriangleM(indices) == 1) {
       first = std::min(first, slot);
     }
     return false;
   });
-  if (first == faces_.bound()) {
+  if (first == faces_.count()) {
     return 0;
   }
   *at = first;
@@ -111,7 +119,7 @@ void TriangleArr::GetMajorNormM(float* out) const {
   const float* opposite = reference;
   int along = 1;
   int against = 0;
-  const int bound = faces_.store().available() < 3 ? 0 : faces_.bound();
+  const int bound = faces_.available() < 3 ? 0 : faces_.count();
   for (int slot = 1; slot < bound; ++slot) {
     const float* normal = faces_[slot].record().normal;
     if (zel::dot(reference, normal) >= 0) {

@@ -107,7 +107,7 @@ void TriangleArr::ChangeNodeIdxM(int oldIdx, int newIdx) {
 void TriangleArr::ResetNodeIdxM(const IntArr& map) { zel::renumberAndCompact(faces_, map); }
 
 void TriangleArr::DelTriangleByVertexM(int n) {
-  const zel::Candidates candidates = zel::facesAround(faces_, n).detached(faces_.bound());
+  const zel::Candidates candidates = zel::facesAround(faces_, n).detached(faces_.count());
   for (int k = 0; k < candidates.size(); ++k) {
     const int slot = candidates[k];
     if (faces_.isLive(slot) && faces_[slot].GetIdxM(n) != zel::kNoIndex) {
@@ -117,11 +117,11 @@ void TriangleArr::DelTriangleByVertexM(int n) {
 }
 
 void TriangleArr::PurgeDeletedTrianglesM() {
-  if (faces_.store().available() == faces_.bound()) {
+  if (faces_.available() == faces_.count()) {
     return;
   }
   int live = 0;
-  for (int slot = 0; slot < faces_.bound(); ++slot) {
+  for (int slot = 0; slot < faces_.count(); ++slot) {
     live += faces_.isLive(slot) ? 1 : 0;
   }
   int length = Faces::Store::kInlineLength;
@@ -132,7 +132,7 @@ void TriangleArr::PurgeDeletedTrianglesM() {
   if (!survivors.reserve(length)) {
     return;
   }
-  for (int slot = 0; slot < faces_.bound(); ++slot) {
+  for (int slot = 0; slot < faces_.count(); ++slot) {
     if (faces_.isLive(slot)) {
       survivors.add(faces_[slot]);
     }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "zel/containers/detail/text_index.h"
 #include "zel/containers/kw_string_arr.h"
 #include "zel/core/constants.h"
 #include "zel/mesh/node.h"
@@ -29,12 +28,12 @@ constexpr LeastBytes kLeastTriangle{2 + 2 + 2 + 6 + 6, 1 + 1 + 12 + 4};
 constexpr LeastBytes kLeastQuad{2 + 2 + 2 + 6 + 8, 1 + 1 + 12 + 4};
 
 // A list that searches drops what it knows of its content when that is read anew.
-template <class Element, class Index>
-auto& storeOf(IndexedSlots<Element, Index>& slots) {
+template <class Element, class Policy, class Index>
+auto& storeOf(IndexedSlots<Element, Policy, Index>& slots) {
   return slots.changeAll();
 }
-template <class Element, class Index>
-const auto& storeOf(const IndexedSlots<Element, Index>& slots) {
+template <class Element, class Policy, class Index>
+const auto& storeOf(const IndexedSlots<Element, Policy, Index>& slots) {
   return slots.store();
 }
 
@@ -196,10 +195,7 @@ void QuadArr::FmInputZelLstM(KwIOCL* io) { readList<QuadCL>(io, &faces_, kLeastQ
 void QuadArr::FmOutputZelLstM(KwIOCL* io, const char* name) const { writeList(io, name, faces_); }
 
 // Lists carry no texts: the slots keep those they had. The index knows another bound.
-void KwStringArr::FmInputZelLstM(KwIOCL* io) {
-  index_.reset();
-  readList<KwStringCL>(io, &slots_, kLeastString);
-}
+void KwStringArr::FmInputZelLstM(KwIOCL* io) { readList<KwStringCL>(io, &slots_, kLeastString); }
 void KwStringArr::FmOutputZelLstM(KwIOCL* io, const char* name) const {
   writeList(io, name, slots_);
 }

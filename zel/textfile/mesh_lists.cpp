@@ -26,8 +26,8 @@ bool isLive(const KwBaseCL& element) { return element.IsAvailableM() == zel::kTa
 template <class Faces>
 int writeAll(FILE* file, const char* name, const Faces& faces) {
   PlainListWriter list(file, name);
-  list.begin(faces.bound());
-  for (int i = 0; i < faces.bound(); ++i) {
+  list.begin(faces.count());
+  for (int i = 0; i < faces.count(); ++i) {
     list.index(i);
     faces[i].FmWriteZelFileM(file, zel::NotOverriding());
   }
@@ -40,8 +40,8 @@ template <class Faces, class WriteRecord>
 int exportLive(FILE* file, const char* name, const char* endName, const Faces& faces,
                WriteRecord writeRecord) {
   PlainListWriter list(file, name);
-  list.begin(faces.store().available());
-  for (int i = 0; i < faces.bound(); ++i) {
+  list.begin(faces.available());
+  for (int i = 0; i < faces.count(); ++i) {
     if (isLive(faces[i])) {
       list.index(i);
       writeRecord(faces[i]);

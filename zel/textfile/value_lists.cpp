@@ -236,13 +236,13 @@ void Point2DArr::FmOutputZelLstM(KwIOCL* io, const char* name) const {
 void Point2DArr::FmInputZelLstM(KwIOCL* io) { readList(io, &slots_); }
 
 void Point3DArr::FmOutputZelLstM(KwIOCL* io, const char* name) const {
-  writeList(io, name, slots_.plain());
+  writeList(io, name, slots_.store());
 }
 void Point3DArr::FmInputZelLstM(KwIOCL* io) { readList(io, &slots_.changeAll()); }
 
 int Point3DArr::FmOutputLstM(FILE* file) const {
   if (file != nullptr) {
-    const auto count = static_cast<std::size_t>(entriesOf(slots_.plain()));
+    const auto count = static_cast<std::size_t>(entriesOf(slots_.store()));
     static_cast<void>(std::fwrite(slots_.data(), sizeof(zel::Float3), count, file));
   }
   return 1;

@@ -1,275 +1,363 @@
 #include "zel/containers/detail/point_grid.h"
 
-#include <array>
-#include <cmath>
 #include <limits>
 #include <utility>
-
-#include "zel/core/memory.h"
 
 namespace zel {
 
 namespace {
 
-constexpr int kFirstBits = 4;
-constexpr int kLastBits = 24;  ///< 1 GiB
-/// Share of the lanes in use beyond which the table doubles.
-constexpr double kFullness = 0.6;
-/// Buckets that one run may span; longer ones mean that cells are crowded.
-constexpr int kLongestRun = 64;
-/// Wanted number of points in a cell that holds any: more, and runs get long; fewer, and search
-/// boxes needlessly often reach over a cell's edge.
-constexpr double kMostPerCell = 2.0;
-constexpr double kFewestPerCell = 1.1;
-/// Search box to smallest cell.
-constexpr double kSmallestCellInReaches = 4.0;
-/// First cell size, set when a few dozen points are known.
-constexpr double kFirstCellInSpacings = 1.0;
-constexpr std::size_t kSamples = 64;
+// The reach on both sides of a point must never span three cells.
+constexpr double kSmallestCellInReaches = 2.5;
+// Where the reach is nothing, cells still need some size.
+constexpr double kSmallestCell = 1e-30;
+// Entries per bucket at which the table grows.
+constexpr double kFill = 2.4;
 
-bool hasNan(const float* point) {
-  return std::isnan(point[0]) || std::isnan(point[1]) || std::isnan(point[2]);
+// No two finite points lie as far apart.
+constexpr double kFarthestApart = 1e40;
+
+constexpr std::size_t kSampleSize = 64;
+constexpr PointGrid::Point kNotANumber{std::numeric_limits<float>::quiet_NaN(),
+                                       std::numeric_limits<float>::quiet_NaN(),
+                                       std::numeric_limits<float>::quiet_NaN()};
+
+bool isFinite(const float* p) {
+  return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]);
 }
 
 }  // namespace
 
 PointGrid::PointGrid(double reach)
-    : reach_(reach), perCell_(1.0 / (kSmallestCellInReaches * reach)), maxPerCell_(perCell_) {}
+    : reach_(std::min(reach, kFarthestApart)),
+      smallestCell_(std::max(kSmallestCellInReaches * reach_, kSmallestCell)),
+      farthest_(reach_ * 0x1p24) {}  // floats beyond lie farther apart than the reach
 
-PointGrid::PointGrid(PointGrid&& other) noexcept : PointGrid(other.reach_) {
-  *this = std::move(other);
+PointGrid::Bucket::Bucket() {
+  for (int lane = 0; lane < kLanes; ++lane) {
+    marks[lane] = 0;
+    put(lane, kEmpty, kNotANumber);
+  }
 }
 
-PointGrid& PointGrid::operator=(PointGrid&& other) noexcept {
-  std::swap(buckets_, other.buckets_);
-  std::swap(block_, other.block_);
-  std::swap(mask_, other.mask_);
-  std::swap(shift_, other.shift_);
-  std::swap(used_, other.used_);
-  std::swap(live_, other.live_);
-  std::swap(reach_, other.reach_);
-  std::swap(perCell_, other.perCell_);
-  std::swap(maxPerCell_, other.maxPerCell_);
-  std::swap(minPerCell_, other.minPerCell_);
-  return *this;
+void PointGrid::Bucket::put(int lane, std::uint32_t slot, const Point& p) {
+  x[lane] = p[0];
+  y[lane] = p[1];
+  z[lane] = p[2];
+  setSlot(lane, slot);
 }
 
-PointGrid::~PointGrid() { slFree(block_); }
+// In a full bucket a mark has to stay: entries that moved on must still be found.
+void PointGrid::Bucket::take(int lane) {
+  if (isFull()) {
+    put(lane, kErased, kNotANumber);
+    return;
+  }
+  int last = lane;
+  while (last + 1 < kLanes && slotOf(last + 1) != kEmpty) {
+    ++last;
+  }
+  put(lane, slotOf(last), pointOf(last));
+  put(last, kEmpty, kNotANumber);
+}
 
-bool PointGrid::insert(int slot, const float* point) {
-  if (hasNan(point)) {
-    return true;
+// --- cells -------------------------------------------------------------------------------------
+
+void PointGrid::setCell(double cell) {
+  cell_ = cell;
+  perCell_ = 1.0 / cell;
+  inner_ = 0.5 - reach_ * perCell_ - 1e-6;
+}
+
+// About one point per cell, for points spread over a surface.
+double PointGrid::idealCell(std::vector<Point> sample, std::size_t count) const {
+  if (sample.empty() || count == 0) {
+    return std::max(64 * smallestCell_, 1e-6);
   }
-  if (!makeRoom()) {
-    return false;
+  // A tenth at either end is left out: strays must not set the scale.
+  std::array<double, 3> extent;
+  const std::size_t low = sample.size() / 10;
+  const std::size_t high = sample.size() - 1 - low;
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    std::sort(sample.begin(), sample.end(),
+              [=](const Point& a, const Point& b) { return a[axis] < b[axis]; });
+    extent[axis] = double{sample[high][axis]} - sample[low][axis];
   }
-  while (!place(static_cast<std::uint32_t>(slot), point)) {
-    if (!shrinkCells() || !rebuild(64 - shift_)) {
+  std::sort(extent.begin(), extent.end());
+  const double n = static_cast<double>(count);
+  const double spacing = std::max(std::sqrt(extent[2] * extent[1] / n), extent[2] / n);
+  return std::max(2 * spacing, smallestCell_);
+}
+
+std::vector<PointGrid::Point> PointGrid::sampleEntries() const {
+  std::vector<Point> sample;
+  const std::size_t stride = std::max<std::size_t>(buckets_.size() / kSampleSize, 1);
+  for (std::size_t i = 0; i < buckets_.size(); i += stride) {
+    const Bucket& bucket = buckets_[i];
+    if (bucket.isTaken(0)) {
+      sample.push_back(bucket.pointOf(0));
+    }
+  }
+  return sample;
+}
+
+PointGrid::Homes PointGrid::homesAround(const float* p) const {
+  std::uint64_t ends[3][2];
+  for (int axis = 0; axis < 3; ++axis) {
+    const double reach = std::fabs(p[axis]) > farthest_ ? 0.0 : reach_;
+    ends[axis][0] = cellOf(p[axis] - reach);
+    ends[axis][1] = cellOf(p[axis] + reach);
+  }
+  Homes homes{{}, 0};
+  for (int corner = 0; corner < 8; ++corner) {
+    std::uint64_t cell[3];
+    bool isNew = true;
+    for (int axis = 0; axis < 3; ++axis) {
+      const bool isHigh = (corner >> axis & 1) != 0;
+      isNew = isNew && !(isHigh && ends[axis][1] == ends[axis][0]);
+      cell[axis] = ends[axis][isHigh ? 1 : 0];
+    }
+    if (isNew) {
+      const std::size_t home = homeOf(cell[0], cell[1], cell[2]);
+      zel::prefetch(&buckets_[home]);
+      homes.buckets[static_cast<std::size_t>(homes.count++)] = home;
+    }
+  }
+  return homes;
+}
+
+// --- the table ---------------------------------------------------------------------------------
+
+void PointGrid::clear() {
+  buckets_ = {};
+  crowds_ = {};
+  twins_.clear();
+  used_ = entries_ = size_ = overflowed_ = 0;
+}
+
+void PointGrid::start(std::size_t count, std::vector<Point> sample) {
+  clear();
+  std::erase_if(sample, [](const Point& p) { return !isFinite(p.data()); });
+  const auto wanted = static_cast<std::size_t>(static_cast<double>(count) / kFill) + 16;
+  refill(std::bit_ceil(wanted), idealCell(std::move(sample), count));
+}
+
+bool PointGrid::isTooFull() const { return cell_ > smallestCell_ && overflowed_ > entries_ + 256; }
+
+// Moves all entries to a table of the given size; into smaller cells where they crowd.
+void PointGrid::refill(std::size_t bucketCount, double cell) {
+  const std::vector<Bucket> buckets = std::exchange(buckets_, {});
+  const std::unordered_map<std::size_t, Crowd> crowds = std::exchange(crowds_, {});
+  for (double shrink = 4;; shrink *= 2) {
+    buckets_.assign(bucketCount, Bucket());
+    crowds_.clear();
+    shift_ = 64 - std::countr_zero(bucketCount);
+    setCell(cell);
+    used_ = entries_ = overflowed_ = 0;
+    if (placeAll(buckets, crowds)) {
+      return;
+    }
+    cell = std::max(cell / shrink, smallestCell_);
+  }
+}
+
+// False when the cells turn out too large.
+bool PointGrid::placeAll(const std::vector<Bucket>& buckets,
+                         const std::unordered_map<std::size_t, Crowd>& crowds) {
+  for (const Bucket& bucket : buckets) {
+    for (int lane = 0; lane < kLanes; ++lane) {
+      if (bucket.isTaken(lane)) {
+        const Point p = bucket.pointOf(lane);
+        place(homeOf(p.data()), static_cast<int>(bucket.slotOf(lane)), p);
+      }
+    }
+    if (isTooFull()) {
       return false;
     }
   }
+  for (const auto& [home, crowd] : crowds) {
+    for (const Entry& entry : crowd) {
+      placeOrJoin(entry.slot, entry.point);
+    }
+  }
   return true;
 }
 
-void PointGrid::erase(int slot, const float* point) {
-  if (hasNan(point) || buckets_ == nullptr) {
-    return;
+void PointGrid::makeRoom() {
+  const double limit = kFill * static_cast<double>(buckets_.size());
+  if (isTooFull()) {
+    refill(buckets_.size(), std::max(cell_ / 4, smallestCell_));
+  } else if (static_cast<double>(used_) >= limit) {
+    const bool isGrowing = static_cast<double>(entries_) > limit / 2;
+    const double ideal = idealCell(sampleEntries(), entries_ * 2);
+    const bool isFit = cell_ > ideal / 4 && cell_ < ideal * 3;
+    refill(buckets_.size() * (isGrowing ? 2 : 1), isFit ? cell_ : ideal);
   }
-  for (std::size_t bucket = homeOf(point);; bucket = (bucket + 1) & mask_) {
-    Bucket& line = buckets_[bucket];
-    for (std::uint32_t& lane : line.slot) {
-      if (lane == static_cast<std::uint32_t>(slot)) {
-        lane = kGone;
-        --live_;
+}
+
+PointGrid::Place PointGrid::find(std::size_t home, const float* p) const {
+  std::size_t i = home;
+  for (int run = 0; run < kLongestRun; ++run, i = nextOf(i)) {
+    const Bucket& bucket = buckets_[i];
+    if (const unsigned same = lanesAt(bucket.x, bucket.y, bucket.z, p); same != 0) {
+      return {i, std::countr_zero(same)};
+    }
+    if (!bucket.hasOverflowed()) {
+      break;
+    }
+  }
+  return {i, kNowhere};
+}
+
+PointGrid::Crowd::const_iterator PointGrid::placeIn(const Crowd& crowd, int slot) {
+  return std::lower_bound(crowd.begin(), crowd.end(), slot,
+                          [](const Entry& entry, int number) { return entry.slot < number; });
+}
+
+// Whether one point may be near both p and an entry. Larger differences overflow a float.
+bool PointGrid::hasRival(const Bucket& bucket, const Point& p) const {
+  constexpr double kMeasurable = 1e37;
+  return reach_ > kMeasurable ||
+         lanesInBox(bucket.x, bucket.y, bucket.z, p.data(),
+                    static_cast<float>(2.02 * reach_) + std::numeric_limits<float>::min()) != 0;
+}
+
+// Puts an entry for a new position into the first free lane, or into the crowd.
+void PointGrid::place(std::size_t home, int slot, const Point& p) {
+  std::size_t i = home;
+  for (int run = 0; run < kLongestRun; ++run, i = nextOf(i)) {
+    Bucket& bucket = buckets_[i];
+    for (int lane = 0; lane < kLanes; ++lane) {
+      if (!bucket.isTaken(lane)) {
+        used_ += bucket.slotOf(lane) == kEmpty ? 1U : 0U;
+        ++entries_;
+        bucket.put(lane, static_cast<std::uint32_t>(slot), p);
+        if (bucket.hasOverflowed()) {
+          bucket.setRivalled();
+        }
         return;
       }
     }
-    if (line.slot[kLanes - 1] == kFree) {
-      return;
+    bucket.setOverflowed();
+    if (!bucket.isRivalled() && hasRival(bucket, p)) {
+      bucket.setRivalled();
     }
+    ++overflowed_;
   }
+  Crowd& crowd = crowds_[home];
+  crowd.insert(placeIn(crowd, slot), {slot, p});
+  buckets_[home].setCrowded();
+  buckets_[home].setRivalled();
 }
 
-void PointGrid::prefetch(const float* point) const {
-  if (buckets_ != nullptr) {
-    __builtin_prefetch(buckets_ + homeOf(point));
+// @return whether the position is a new one.
+bool PointGrid::placeOrJoin(int slot, const Point& p) {
+  const std::size_t home = homeOf(p.data());
+  const Place twin = find(home, p.data());
+  if (twin.lane == kNowhere) {
+    place(home, slot, p);
+    return true;
   }
-}
-
-// Puts a point into the first lane without one. False when the run is too long.
-bool PointGrid::place(std::uint32_t slot, const float* point) {
-  std::size_t bucket = homeOf(point);
-  for (int run = 0; run < kLongestRun; ++run, bucket = (bucket + 1) & mask_) {
-    Bucket& line = buckets_[bucket];
-    for (int lane = 0; lane < kLanes; ++lane) {
-      if (line.slot[lane] < kFirstNoSlot) {
-        continue;
-      }
-      used_ += line.slot[lane] == kFree ? 1 : 0;
-      ++live_;
-      line.x[lane] = point[0];
-      line.y[lane] = point[1];
-      line.z[lane] = point[2];
-      line.slot[lane] = slot;
-      return true;
-    }
-  }
+  Bucket& bucket = buckets_[twin.bucket];
+  auto head = static_cast<int>(bucket.slotOf(twin.lane));
+  twins_.add(head, slot);
+  bucket.setSlot(twin.lane, static_cast<std::uint32_t>(head));
   return false;
 }
 
-// Takes a fresh table of 2^bits buckets; the old one stays the caller's to release.
-bool PointGrid::allocate(int bits) {
-  const std::size_t count = std::size_t{1} << bits;
-  void* block = slMalloc(static_cast<std::uint32_t>(count * sizeof(Bucket) + alignof(Bucket)));
-  if (block == nullptr) {
-    return false;
+void PointGrid::insert(int slot, const float* p) {
+  if (!isFinite(p)) {
+    return;
   }
-  const auto address = reinterpret_cast<std::uintptr_t>(block);
-  const std::uintptr_t padding = (alignof(Bucket) - address % alignof(Bucket)) % alignof(Bucket);
-  block_ = block;
-  buckets_ = reinterpret_cast<Bucket*>(static_cast<char*>(block) + padding);
-  mask_ = count - 1;
-  shift_ = 64 - bits;
-  used_ = 0;
-  live_ = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    buckets_[i] = Bucket{{}, {}, {}, {kFree, kFree, kFree, kFree}};
+  ++size_;
+  if (placeOrJoin(slot, {p[0], p[1], p[2]})) {
+    makeRoom();
   }
-  return true;
 }
 
-// Keeps enough lanes free for another point.
-bool PointGrid::makeRoom() {
-  if (buckets_ == nullptr) {
-    return allocate(kFirstBits);
+void PointGrid::erase(int slot, const float* p) {
+  if (!isFinite(p)) {
+    return;
   }
-  const double lanes = static_cast<double>((mask_ + 1) * kLanes);
-  if (static_cast<double>(used_ + 1) <= lanes * kFullness) {
+  --size_;
+  const std::size_t home = homeOf(p);
+  const Place place = find(home, p);
+  auto head = place.lane == kNowhere ? kNowhere
+                                     : static_cast<int>(buckets_[place.bucket].slotOf(place.lane));
+  if (head != slot && !twins_.isBelowHead(slot)) {
+    Crowd& crowd = crowds_.find(home)->second;
+    crowd.erase(placeIn(crowd, slot));
+    return;
+  }
+  Bucket& bucket = buckets_[place.bucket];
+  if (twins_.remove(head, slot)) {
+    bucket.setSlot(place.lane, static_cast<std::uint32_t>(head));
+    return;
+  }
+  used_ -= bucket.isFull() ? 0U : 1U;
+  --entries_;
+  bucket.take(place.lane);
+}
+
+// --- checks ------------------------------------------------------------------------------------
+
+bool PointGrid::holds(int slot, const float* p) const {
+  const std::size_t home = homeOf(p);
+  const auto isSlot = [slot](int other) { return other == slot; };
+  if (const Place place = find(home, p);
+      place.lane != kNowhere &&
+      twins_.any(static_cast<int>(buckets_[place.bucket].slotOf(place.lane)), isSlot)) {
     return true;
   }
-  fitCells();
-  // Lanes that are gone alone do not call for a larger table.
-  const bool isCrowded = static_cast<double>(live_) > lanes * kFullness / 2;
-  return rebuild(64 - shift_ + (isCrowded ? 1 : 0));
+  const auto found = crowds_.find(home);
+  if (found == crowds_.end() || !buckets_[home].isCrowded()) {
+    return false;
+  }
+  const auto entry = placeIn(found->second, slot);
+  return entry != found->second.end() && entry->slot == slot &&
+         std::equal(p, p + 3, entry->point.begin());
 }
 
-// Moves the points to a new table of 2^bits buckets.
-bool PointGrid::rebuild(int bits) {
-  void* const oldBlock = block_;
-  const Bucket* const oldBuckets = buckets_;
-  const std::size_t oldCount = mask_ + 1;
-  bool isDone = bits <= kLastBits && allocate(bits);
-  while (isDone && !placeAll(oldBuckets, oldCount)) {
-    slFree(std::exchange(block_, nullptr));
-    buckets_ = nullptr;
-    isDone = shrinkCells() && allocate(bits);
+bool PointGrid::isReachable(std::size_t bucket, int lane) const {
+  std::size_t i = homeOf(buckets_[bucket].pointOf(lane).data());
+  for (int run = 1; run < kLongestRun && i != bucket && buckets_[i].hasOverflowed(); ++run) {
+    i = nextOf(i);
   }
-  if (block_ != oldBlock) {
-    slFree(oldBlock);
-  }
-  return isDone;
+  return i == bucket;
 }
 
-bool PointGrid::placeAll(const Bucket* buckets, std::size_t count) {
-  for (std::size_t i = 0; i < count; ++i) {
-    const Bucket& line = buckets[i];
+bool PointGrid::validate() const {
+  std::size_t used = 0;
+  std::size_t entries = 0;
+  std::size_t slots = 0;
+  for (std::size_t i = 0; i < buckets_.size(); ++i) {
+    const Bucket& bucket = buckets_[i];
     for (int lane = 0; lane < kLanes; ++lane) {
-      const float point[3] = {line.x[lane], line.y[lane], line.z[lane]};
-      if (line.slot[lane] < kFirstNoSlot && !place(line.slot[lane], point)) {
+      const bool isInOrder = lane == 0 || bucket.slotOf(lane - 1) != kEmpty;
+      used += bucket.slotOf(lane) != kEmpty ? 1U : 0U;
+      if (!bucket.isTaken(lane)) {
+        continue;
+      }
+      ++entries;
+      const auto head = static_cast<int>(bucket.slotOf(lane));
+      const auto isBelow = [&](int slot) {
+        ++slots;
+        return slot < head;
+      };
+      if (!isInOrder || !isReachable(i, lane) || twins_.any(head, isBelow)) {
         return false;
       }
     }
   }
-  return true;
-}
-
-// --- cell size ---------------------------------------------------------------------------------
-
-// Makes cells smaller after a run grew too long. False when they are the smallest already.
-bool PointGrid::shrinkCells() {
-  if (perCell_ >= maxPerCell_) {
-    return false;
-  }
-  perCell_ = std::min(4.0 * perCell_, maxPerCell_);
-  minPerCell_ = perCell_;
-  return true;
-}
-
-// Chooses the cell size for a coming rebuild.
-void PointGrid::fitCells() {
-  if (mask_ + 1 == std::size_t{1} << kFirstBits) {
-    perCell_ = std::min(1.0 / (kFirstCellInSpacings * medianSpacing()), maxPerCell_);
-    return;
-  }
-  const double crowd = pointsPerCell();
-  if (crowd > kMostPerCell) {
-    perCell_ = std::min(2.0 * perCell_, maxPerCell_);
-  } else if (crowd < kFewestPerCell) {
-    perCell_ = std::max(perCell_ / 2.0, minPerCell_);
-  }
-}
-
-int PointGrid::pointsInCellOf(const float* point) const {
-  const auto cell = [this](float x, float y, float z) {
-    return std::array{cellOf(x * perCell_), cellOf(y * perCell_), cellOf(z * perCell_)};
-  };
-  const auto wanted = cell(point[0], point[1], point[2]);
-  int count = 0;
-  for (std::size_t bucket = homeOf(point);; bucket = (bucket + 1) & mask_) {
-    const Bucket& line = buckets_[bucket];
-    for (int lane = 0; lane < kLanes; ++lane) {
-      const bool isPoint = line.slot[lane] < kFirstNoSlot;
-      count += isPoint && cell(line.x[lane], line.y[lane], line.z[lane]) == wanted ? 1 : 0;
-    }
-    if (line.slot[kLanes - 1] == kFree) {
-      return count;
+  for (const auto& [home, crowd] : crowds_) {
+    slots += crowd.size();
+    const bool isAscending = std::is_sorted(
+        crowd.begin(), crowd.end(), [](const Entry& a, const Entry& b) { return a.slot < b.slot; });
+    if (!isAscending || !buckets_[home].isCrowded()) {
+      return false;
     }
   }
-}
-
-// Mean over a sample of the points of how many share their cell.
-double PointGrid::pointsPerCell() const {
-  int points = 0;
-  int sampled = 0;
-  const std::size_t step = std::max<std::size_t>((mask_ + 1) / kSamples, 1);
-  for (std::size_t i = 0; i <= mask_; i += step) {
-    const Bucket& line = buckets_[i];
-    if (line.slot[0] < kFirstNoSlot) {
-      const float point[3] = {line.x[0], line.y[0], line.z[0]};
-      points += pointsInCellOf(point);
-      ++sampled;
-    }
-  }
-  return sampled == 0 ? kFewestPerCell : static_cast<double>(points) / sampled;
-}
-
-// Median distance (largest coordinate difference) from the points of a small table to their
-// nearest neighbours.
-double PointGrid::medianSpacing() const {
-  std::array<std::array<float, 3>, kLanes << kFirstBits> points;
-  std::size_t count = 0;
-  for (std::size_t i = 0; i <= mask_; ++i) {
-    for (int lane = 0; lane < kLanes; ++lane) {
-      if (buckets_[i].slot[lane] < kFirstNoSlot) {
-        points[count++] = {buckets_[i].x[lane], buckets_[i].y[lane], buckets_[i].z[lane]};
-      }
-    }
-  }
-  std::array<double, kLanes << kFirstBits> nearest;
-  nearest.fill(std::numeric_limits<double>::max());
-  for (std::size_t a = 0; a < count; ++a) {
-    for (std::size_t b = 0; b < count; ++b) {
-      double distance = 0.0;
-      for (std::size_t axis = 0; axis < 3; ++axis) {
-        distance = std::max(distance, std::fabs(static_cast<double>(points[a][axis]) -
-                                                static_cast<double>(points[b][axis])));
-      }
-      nearest[a] = a == b ? nearest[a] : std::min(nearest[a], distance);
-    }
-  }
-  const auto median = nearest.begin() + static_cast<std::ptrdiff_t>(count / 2);
-  std::nth_element(nearest.begin(), median, nearest.begin() + static_cast<std::ptrdiff_t>(count));
-  return *median;
+  return used == used_ && entries == entries_ && slots == size_;
 }
 
 }  // namespace zel

@@ -1,144 +1,271 @@
 #pragma once
 
 /// @file
-/// A spatial hash from points to slot numbers, made for searches within a small box.
+/// Slots by position: the one grid behind merging nodes, adding points and welding meshes.
 
 #include <algorithm>
+#include <array>
 #include <bit>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+#include "zel/containers/detail/lanes.h"
+#include "zel/containers/detail/twins.h"
+#include "zel/core/detail/prefetch.h"
 
 namespace zel {
 
-/// Finds the lowest slot whose point satisfies a predicate near a given place.
+/// Finds the lowest slot whose point is near a given one.
 ///
-/// Space is cut into cubic cells; a cell hashes to a bucket of one cache line, which holds four
-/// points with their slots and continues in the next bucket when full. A search visits only the
-/// cells that its box touches, mostly a single one, so it costs about one cache miss. The cell
-/// size follows the spacing of the points whenever the table is rebuilt.
+/// A hash table of cells, wider than twice the reach, so that a point and all that may be near it
+/// lie in at most eight of them, nearly always one; their size follows the spacing of the points.
+/// An entry carries the position itself; the array is not touched. Entries stand in buckets of one
+/// cache line and, when theirs is full, in the next ones. Of several slots at exactly one position
+/// only the lowest has an entry. Should points crowd in one of the smallest cells, the later ones
+/// stand in a list of their own, in ascending order, so that searches elsewhere stay quick.
+/// See M. Teschner et al., Optimized Spatial Hashing for Collision Detection, 2003.
 ///
-/// The grid keeps its own copy of every point: whoever changes a point must erase the old one and
-/// insert the new one. Points with a NaN coordinate are ignored by all operations, as nothing lies
-/// near them. When an operation returns false (heap exhausted, or hundreds of points crowd into
-/// one smallest cell), the grid has lost its completeness and must be given up.
+/// What near means is the searcher's to say, with a `Near` of two members: `lanes(x, y, z, p)` for
+/// four points at once, which may leave some undecided, and `isNear(q, p)`. No point farther than
+/// the reach along any axis may be near. Points that are not finite are near none and left out.
+///
+/// Functions that insert may throw std::bad_alloc and leave the grid fit only for clear(). Searches
+/// may run in several threads.
 class PointGrid {
  public:
-  /// @param reach half width of the search box: no point farther away along any axis may satisfy
-  ///              the predicates.
+  using Point = std::array<float, 3>;
+  static constexpr int kNowhere = -1;
+  static constexpr int kUndecided = -2;
+
   explicit PointGrid(double reach);
-  PointGrid(PointGrid&& other) noexcept;
-  PointGrid& operator=(PointGrid&& other) noexcept;
-  ~PointGrid();
 
-  /// @param slot not negative. @return false when the grid must be given up.
-  [[nodiscard]] bool insert(int slot, const float* point);
-  /// Takes out what insert() was given.
-  void erase(int slot, const float* point);
+  /// Empties the grid and sizes it for about `count` points, of which `sample` shows some.
+  void start(std::size_t count, std::vector<Point> sample);
+  /// Starts with the points of the slots below `bound`: `pointOf(slot)`, null for a slot without.
+  template <class PointOf>
+  void build(int bound, PointOf pointOf);
+  /// Takes the store back, too.
+  void clear();
+  /// Adds a slot that is not in the grid.
+  void insert(int slot, const float* p);
+  /// Takes a slot out, given the position under which it was inserted.
+  void erase(int slot, const float* p);
 
-  /// @param matches predicate on the coordinates (x, y, z) of a stored point.
-  /// @return the lowest slot whose point matches; -1 when there is none.
-  template <class Matches>
-  [[nodiscard]] int lowestNear(const float* point, Matches matches) const;
+  /// @return the lowest slot near p, or kNowhere.
+  template <class Near>
+  [[nodiscard]] int lowestNear(const float* p, const Near& near) const;
+  /// What lowestNear() finds, where one look tells; kUndecided elsewhere. Short, so that the
+  /// processor can wait for the buckets of several calls at once.
+  template <class Near>
+  [[nodiscard]] int quickNear(const float* p, const Near& near) const;
+  /// Sends for the memory that a search or an insertion at p will read.
+  void prefetch(const float* p) const { zel::prefetch(&buckets_[homeOf(p)]); }
 
-  /// Fetches the memory that a later search or insertion around `point` will read.
-  void prefetch(const float* point) const;
-
+  /// Slots in the grid.
+  [[nodiscard]] std::size_t size() const { return size_; }
+  /// Whether the slot stands in the grid at p.
+  [[nodiscard]] bool holds(int slot, const float* p) const;
   [[nodiscard]] double cellSize() const { return 1.0 / perCell_; }
+  /// Whether every entry can be found and is counted.
+  [[nodiscard]] bool validate() const;
 
  private:
   static constexpr int kLanes = 4;
-  /// A lane never used; in the last lane: the bucket never was full, and searches end here.
-  static constexpr std::uint32_t kFree = 0xFFFFFFFF;
-  /// A lane whose point was taken out.
-  static constexpr std::uint32_t kGone = 0xFFFFFFFE;
-  static constexpr std::uint32_t kFirstNoSlot = 0x80000000;
+  /// Buckets in which an entry may stand, its own included.
+  static constexpr int kLongestRun = 16;
+  /// Adding it leaves a double's nearest whole number in its low bits.
+  static constexpr double kToWhole = 6755399441055744.0;  // 1.5 x 2^52
+  /// Marks in place of a slot; a store holds far fewer slots than these numbers.
+  static constexpr std::uint32_t kErased = 0x3FFFFFFE;
+  static constexpr std::uint32_t kEmpty = 0x3FFFFFFF;
 
+  /// Lanes fill in order.
   struct alignas(64) Bucket {
     float x[kLanes];
     float y[kLanes];
     float z[kLanes];
-    std::uint32_t slot[kLanes];
+    std::uint32_t marks[kLanes];  ///< the slots; the top bits are flags of the bucket
+
+    Bucket();
+    void put(int lane, std::uint32_t slot, const Point& p);
+    void take(int lane);
+    void setSlot(int lane, std::uint32_t slot) { marks[lane] = (marks[lane] & kFlag) | slot; }
+    [[nodiscard]] std::uint32_t slotOf(int lane) const { return marks[lane] & kEmpty; }
+    [[nodiscard]] bool isTaken(int lane) const { return slotOf(lane) < kErased; }
+    [[nodiscard]] bool isFull() const { return slotOf(kLanes - 1) != kEmpty; }
+    /// Entries have moved on to the next bucket.
+    [[nodiscard]] bool hasOverflowed() const { return (marks[0] & kFlag) != 0; }
+    void setOverflowed() { marks[0] |= kFlag; }
+    /// A point may be near one of these entries and one that has moved on.
+    [[nodiscard]] bool isRivalled() const { return (marks[1] & kFlag) != 0; }
+    void setRivalled() { marks[1] |= kFlag; }
+    /// Entries at home here stand in a list of their own.
+    [[nodiscard]] bool isCrowded() const { return (marks[2] & kFlag) != 0; }
+    void setCrowded() { marks[2] |= kFlag; }
+    [[nodiscard]] Point pointOf(int lane) const { return {x[lane], y[lane], z[lane]}; }
+
+   private:
+    static constexpr std::uint32_t kFlag = 0x80000000;
+  };
+  struct Place {
+    std::size_t bucket;
+    int lane;  ///< kNowhere: there is none
+  };
+  struct Entry {
+    int slot;
+    Point point;
+  };
+  /// Ascending.
+  using Crowd = std::vector<Entry>;
+  /// The cells that the reach round a point touches, by their buckets.
+  struct Homes {
+    std::array<std::size_t, 8> buckets;
+    int count;
   };
 
-  /// Cells are numbered by the bits of a double that was rounded to an integer by adding kRounder.
-  /// The number never falls as the coordinate rises, which is all that the search relies on.
-  static std::uint64_t cellOf(double scaled) {
-    constexpr double kRounder = 0x1.8p52;
-    constexpr double kFarthest = 0x1p50;
-    return std::bit_cast<std::uint64_t>(std::clamp(scaled, -kFarthest, kFarthest) + kRounder);
+  [[nodiscard]] std::uint64_t cellOf(double x) const {
+    return std::bit_cast<std::uint64_t>(x * perCell_ + kToWhole);
   }
-  [[nodiscard]] std::size_t bucketOf(std::uint64_t x, std::uint64_t y, std::uint64_t z) const {
-    std::uint64_t mixed =
+  [[nodiscard]] std::size_t homeOf(std::uint64_t x, std::uint64_t y, std::uint64_t z) const {
+    const std::uint64_t sum =
         x * 0x9E3779B97F4A7C15U + y * 0xC2B2AE3D27D4EB4FU + z * 0x165667B19E3779F9U;
-    mixed = (mixed ^ (mixed >> 32)) * 0xD6E8FEB86659FD93U;
-    return static_cast<std::size_t>(mixed >> shift_);
+    return static_cast<std::size_t>((sum ^ (sum >> 32)) * 0xD6E8FEB86659FD93U >> shift_);
   }
-  [[nodiscard]] std::size_t homeOf(const float* point) const {
-    return bucketOf(cellOf(point[0] * perCell_), cellOf(point[1] * perCell_),
-                    cellOf(point[2] * perCell_));
+  [[nodiscard]] std::size_t homeOf(const float* p) const {
+    return homeOf(cellOf(p[0]), cellOf(p[1]), cellOf(p[2]));
   }
-  template <class Matches>
-  void probe(std::size_t bucket, Matches& matches, std::uint32_t& best) const;
+  [[nodiscard]] std::size_t nextOf(std::size_t bucket) const {
+    return (bucket + 1) & (buckets_.size() - 1);
+  }
+  [[nodiscard]] Homes homesAround(const float* p) const;
+  [[nodiscard]] Place find(std::size_t home, const float* p) const;
+  template <class Near>
+  [[nodiscard]] int lowestAtHome(std::size_t home, const float* p, const Near& near,
+                                 int lowest) const;
+  [[nodiscard]] bool hasRival(const Bucket& bucket, const Point& p) const;
+  void place(std::size_t home, int slot, const Point& p);
+  bool placeOrJoin(int slot, const Point& p);
+  [[nodiscard]] static Crowd::const_iterator placeIn(const Crowd& crowd, int slot);
+  void setCell(double cell);
+  void refill(std::size_t bucketCount, double cell);
+  [[nodiscard]] bool placeAll(const std::vector<Bucket>& buckets,
+                              const std::unordered_map<std::size_t, Crowd>& crowds);
+  void makeRoom();
+  [[nodiscard]] double idealCell(std::vector<Point> sample, std::size_t count) const;
+  [[nodiscard]] std::vector<Point> sampleEntries() const;
+  [[nodiscard]] bool isTooFull() const;
+  [[nodiscard]] bool isReachable(std::size_t bucket, int lane) const;
 
-  [[nodiscard]] bool allocate(int bits);
-  [[nodiscard]] bool place(std::uint32_t slot, const float* point);
-  [[nodiscard]] bool placeAll(const Bucket* buckets, std::size_t count);
-  [[nodiscard]] bool makeRoom();
-  [[nodiscard]] bool rebuild(int bits);
-  [[nodiscard]] bool shrinkCells();
-  void fitCells();
-  [[nodiscard]] int pointsInCellOf(const float* point) const;
-  [[nodiscard]] double pointsPerCell() const;
-  [[nodiscard]] double medianSpacing() const;
-
-  Bucket* buckets_ = nullptr;  ///< aligned within block_
-  void* block_ = nullptr;
-  std::size_t mask_ = 0;  ///< number of buckets - 1
-  int shift_ = 64;        ///< hash bits that do not choose the bucket
-  std::size_t used_ = 0;  ///< lanes in use or gone
-  std::size_t live_ = 0;  ///< lanes in use
   double reach_;
-  double perCell_;           ///< 1 / cell size
-  double maxPerCell_;        ///< for the smallest cells
-  double minPerCell_ = 0.0;  ///< for the largest cells not known to crowd
+  double smallestCell_;
+  double farthest_;              ///< coordinates beyond it are near only equal ones
+  std::vector<Bucket> buckets_;  ///< a power of two of them
+  std::unordered_map<std::size_t, Crowd> crowds_;  ///< by bucket
+  Twins twins_;
+  double cell_ = 1.0;
+  double perCell_ = 1.0;
+  double inner_ = 0.0;          ///< up to here from its middle, in cells, a cell has no neighbours
+  int shift_ = 0;               ///< leaves the hash's top bits as the bucket number
+  std::size_t used_ = 0;        ///< lanes that are not empty, erased ones included
+  std::size_t entries_ = 0;     ///< lanes that hold a slot
+  std::size_t size_ = 0;        ///< slots: in lanes, their twins, and in crowds
+  std::size_t overflowed_ = 0;  ///< buckets passed over by insertions since the last refill
 };
 
-template <class Matches>
-void PointGrid::probe(std::size_t bucket, Matches& matches, std::uint32_t& best) const {
-  for (;; bucket = (bucket + 1) & mask_) {
-    const Bucket& line = buckets_[bucket];
-    for (int lane = 0; lane < kLanes; ++lane) {
-      // Lanes without a point rank behind every slot, so they need no test of their own.
-      const bool isMatch = matches(line.x[lane], line.y[lane], line.z[lane]);
-      best = isMatch ? std::min(best, line.slot[lane]) : best;
+template <class PointOf>
+void PointGrid::build(int bound, PointOf pointOf) {
+  constexpr int kSampleSize = 64;
+  constexpr int kAhead = 16;
+  std::vector<Point> sample;
+  for (int slot = 0; slot < bound; slot += std::max(bound / kSampleSize, 1)) {
+    if (const float* p = pointOf(slot); p != nullptr) {
+      sample.push_back({p[0], p[1], p[2]});
     }
-    if (line.slot[kLanes - 1] == kFree) {
-      return;
+  }
+  start(static_cast<std::size_t>(std::max(bound, 0)), std::move(sample));
+  for (int slot = 0; slot < bound; ++slot) {
+    if (const float* ahead = slot + kAhead < bound ? pointOf(slot + kAhead) : nullptr) {
+      prefetch(ahead);
+    }
+    if (const float* p = pointOf(slot); p != nullptr) {
+      insert(slot, p);
     }
   }
 }
 
-template <class Matches>
-int PointGrid::lowestNear(const float* point, Matches matches) const {
-  if (buckets_ == nullptr) {
-    return -1;
-  }
-  std::uint64_t low[3];
-  std::uint64_t high[3];
+// Most points lie well inside one cell and have at most one entry near them. The whole number
+// nearest to a coordinate, in cells, names its cell; how far it is off tells how near the next one
+// is. (Where a double no longer tells that well, coordinates lie beyond farthest_.)
+template <class Near>
+int PointGrid::quickNear(const float* p, const Near& near) const {
+  std::uint64_t cell[3];
+  double off = 0;
   for (int axis = 0; axis < 3; ++axis) {
-    low[axis] = cellOf((point[axis] - reach_) * perCell_);
-    high[axis] = cellOf((point[axis] + reach_) * perCell_);
+    const double x = p[axis] * perCell_;
+    const double whole = x + kToWhole;
+    cell[axis] = std::bit_cast<std::uint64_t>(whole);
+    off = std::max(off, std::fabs(x - (whole - kToWhole)));
   }
-  std::uint32_t best = kFree;
-  // A NaN coordinate gives cells that hold nothing near; the loops run at most once.
-  for (std::uint64_t x = low[0]; x <= high[0]; ++x) {
-    for (std::uint64_t y = low[1]; y <= high[1]; ++y) {
-      for (std::uint64_t z = low[2]; z <= high[2]; ++z) {
-        probe(bucketOf(x, y, z), matches, best);
+  if (!(off < inner_)) {
+    return kUndecided;
+  }
+  const Bucket& bucket = buckets_[homeOf(cell[0], cell[1], cell[2])];
+  const auto [surely, maybe] = near.lanes(bucket.x, bucket.y, bucket.z, p);
+  if (surely != maybe || (maybe & (maybe - 1)) != 0) {
+    return kUndecided;
+  }
+  if (maybe != 0) {
+    return bucket.isRivalled() ? kUndecided
+                               : static_cast<int>(bucket.slotOf(std::countr_zero(maybe)));
+  }
+  return bucket.hasOverflowed() ? kUndecided : kNowhere;
+}
+
+template <class Near>
+int PointGrid::lowestNear(const float* p, const Near& near) const {
+  const int quick = quickNear(p, near);
+  if (quick != kUndecided) {
+    return quick;
+  }
+  const Homes homes = homesAround(p);
+  int lowest = static_cast<int>(kErased);
+  for (std::size_t k = 0; k < static_cast<std::size_t>(homes.count); ++k) {
+    lowest = lowestAtHome(homes.buckets[k], p, near, lowest);
+  }
+  return lowest == static_cast<int>(kErased) ? kNowhere : lowest;
+}
+
+// The lowest slot near p among the entries at home in a bucket, if it is below `lowest`.
+template <class Near>
+int PointGrid::lowestAtHome(std::size_t home, const float* p, const Near& near, int lowest) const {
+  std::size_t i = home;
+  for (int run = 0; run < kLongestRun; ++run, i = nextOf(i)) {
+    const Bucket& bucket = buckets_[i];
+    for (unsigned lanes = near.lanes(bucket.x, bucket.y, bucket.z, p).maybe; lanes != 0;
+         lanes &= lanes - 1) {
+      const int lane = std::countr_zero(lanes);
+      if (near.isNear(bucket.pointOf(lane).data(), p)) {
+        lowest = std::min(lowest, static_cast<int>(bucket.slotOf(lane)));
+      }
+    }
+    if (!bucket.hasOverflowed()) {
+      return lowest;
+    }
+  }
+  if (buckets_[home].isCrowded()) {
+    for (const Entry& entry : crowds_.find(home)->second) {
+      if (entry.slot >= lowest) {
+        break;
+      }
+      if (near.isNear(entry.point.data(), p)) {
+        return entry.slot;
       }
     }
   }
-  return best < kFirstNoSlot ? static_cast<int>(best) : -1;
+  return lowest;
 }
 
 }  // namespace zel

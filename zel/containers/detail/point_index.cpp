@@ -1,80 +1,47 @@
 #include "zel/containers/detail/point_index.h"
 
-#include <algorithm>
-
 namespace zel {
 
-int* PointIndex::findLoose(int slot) {
-  int* const end = loose_.data() + looseCount_;
-  int* const found = std::find(loose_.data(), end, slot);
-  return found == end ? nullptr : found;
+const PointGrid* PointIndex::grid(const Float3* points, int bound) const {
+  return grid_.ready(bound, [=, this](PointGrid& grid) {
+    grid.build(bound, [=, this](int slot) {
+      const float* p = points[slot].data();
+      return isHole(p) || exposed.contains(slot) ? nullptr : p;
+    });
+  });
 }
 
-bool PointIndex::loosen(const Float3* points, int slot, const HandedOutSlots& handedOut,
-                        int length) {
-  if (slot >= covered_ || findLoose(slot) != nullptr) {
-    return true;
-  }
-  if (looseCount_ == kMostLoose && !settle(points, handedOut, length)) {
-    return false;
-  }
-  grid_.erase(slot, points[slot].data());
-  loose_[static_cast<std::size_t>(looseCount_++)] = slot;
-  return true;
-}
-
-void PointIndex::cutTo(const Float3* points, int bound) {
-  while (covered_ > std::max(bound, 0)) {
-    const int slot = --covered_;
-    if (int* loose = findLoose(slot)) {
-      *loose = loose_[static_cast<std::size_t>(--looseCount_)];
-    } else {
-      grid_.erase(slot, points[slot].data());
-    }
-  }
-}
-
-// Puts the loose slots into the grid, except those that somebody holds.
-bool PointIndex::settle(const Float3* points, const HandedOutSlots& handedOut, int length) {
-  int kept = 0;
-  for (int i = 0; i < looseCount_; ++i) {
-    const int slot = loose_[static_cast<std::size_t>(i)];
-    if (handedOut.holds(slot, length)) {
-      loose_[static_cast<std::size_t>(kept++)] = slot;
-    } else if (!grid_.insert(slot, points[slot].data())) {
+bool PointIndex::validate(const Float3* points, int bound) const {
+  const PointGrid* grid = grid_.known();
+  std::size_t inGrid = 0;
+  for (int slot = 0; grid != nullptr && slot < bound; ++slot) {
+    const float* p = points[slot].data();
+    const bool isIn = !isHole(p) && !exposed.contains(slot) && std::isfinite(p[0]) &&
+                      std::isfinite(p[1]) && std::isfinite(p[2]);
+    if (isIn && !grid->holds(slot, p)) {
       return false;
     }
+    inGrid += isIn ? 1U : 0U;
   }
-  looseCount_ = kept;
-  return true;
+  return grid == nullptr || (grid->size() == inGrid && grid->validate());
 }
 
-bool PointIndex::follow(const Float3* points, int bound, const HandedOutSlots& handedOut,
-                        int length) {
-  if (looseCount_ > 0 && !settle(points, handedOut, length)) {
-    return false;
+int firstNear(const PointSlots& points, const float* point) {
+  const PointIndex* index = points.index();
+  const auto isNear = [&](int slot) { return NearByAxis::isNear(points[slot].data(), point); };
+  if (const PointGrid* grid = index == nullptr || PointIndex::isHole(point)
+                                  ? nullptr
+                                  : index->grid(points.data(), points.bound())) {
+    const int found = grid->lowestNear(point, NearByAxis());
+    const int loose = index->exposed.lowest(found < 0 ? points.bound() : found, isNear);
+    return loose < 0 ? found : loose;
   }
-  for (; covered_ < bound; ++covered_) {
-    if (handedOut.holds(covered_, length)) {
-      loose_[static_cast<std::size_t>(looseCount_++)] = covered_;
-    } else if (!grid_.insert(covered_, points[covered_].data())) {
-      return false;
-    }
+  const int found =
+      points.firstWhere([=](const Float3& slot) { return NearByAxis::isNear(slot.data(), point); });
+  if (index != nullptr) {
+    index->noteWalk(found < 0 ? points.bound() : found + 1);
   }
-  return true;
-}
-
-int PointIndex::lowestNear(const Float3* points, const float* point) const {
-  int best = grid_.lowestNear(
-      point, [point](float x, float y, float z) { return isNearPoint(point, x, y, z); });
-  for (int i = 0; i < looseCount_; ++i) {
-    const int slot = loose_[static_cast<std::size_t>(i)];
-    const Float3& candidate = points[slot];
-    if ((best < 0 || slot < best) && isNearPoint(point, candidate[0], candidate[1], candidate[2])) {
-      best = slot;
-    }
-  }
-  return best;
+  return found;
 }
 
 }  // namespace zel

@@ -1,54 +1,65 @@
 #pragma once
 
 /// @file
-/// The index of a point store: a grid of its points, kept in step with changes.
+/// The index of a point array.
 
-#include <array>
 #include <cmath>
 
-#include "zel/containers/detail/heap.h"
+#include "zel/containers/detail/indexed_slots_impl.h"
 #include "zel/containers/detail/point_grid.h"
-#include "zel/containers/point_store.h"
+#include "zel/containers/detail/slot_index.h"
 #include "zel/core/constants.h"
 
 namespace zel {
 
-/// Whether two points differ by less than kTolerance in each coordinate.
-inline bool isNearPoint(const float* a, float x, float y, float z) {
-  const auto isNear = [](float p, float q) {
-    return std::fabs(static_cast<double>(p) - static_cast<double>(q)) <
-           static_cast<double>(kTolerance);
-  };
-  return isNear(a[0], x) && isNear(a[1], y) && isNear(a[2], z);
-}
+using PointSlots = IndexedSlots<Float3, PointPolicy, class PointIndex>;
 
-/// Knows the slots from 0 to some bound. Slots that changed lately, or that callers may change
-/// unseen, are loose: they stand in a short list beside the grid and are compared one by one.
-class PointIndex : public HeapObject {
+/// Two points are near when they differ by less than kTolerance in each coordinate.
+struct NearByAxis {
+  // A little more than the tolerance covers the rounding of the cell borders.
+  static constexpr double kReach = 1.01 * double{kTolerance};
+
+  static NearLanes lanes(const float* x, const float* y, const float* z, const float* p) {
+    return {lanesInBox(x, y, z, p, 0.9999F * kTolerance),
+            lanesInBox(x, y, z, p, 1.0001F * kTolerance)};
+  }
+  static bool isNear(const float* q, const float* p) {
+    const auto isNearAlong = [=](int axis) {
+      return std::fabs(double{q[axis]} - double{p[axis]}) < double{kTolerance};
+    };
+    return isNearAlong(0) && isNearAlong(1) && isNearAlong(2);
+  }
+};
+
+/// Follows a point array; see IndexedSlots. Holes stay out of the grid: all have the mark as their
+/// x, and only a search at the mark, which walks, may find them.
+class PointIndex : public SlotIndex {
  public:
-  /// Makes a slot loose, before it changes or is handed out.
-  /// @return false when the grid must be given up; so for all others.
-  [[nodiscard]] bool loosen(const Float3* points, int slot, const HandedOutSlots& handedOut,
-                            int length);
-  /// Forgets the slots from `bound` on, which have not changed unless they are loose.
-  void cutTo(const Float3* points, int bound);
-  /// Takes in the slots up to `bound` and settles loose ones that nobody holds.
-  [[nodiscard]] bool follow(const Float3* points, int bound, const HandedOutSlots& handedOut,
-                            int length);
-  /// @return the lowest slot known near `point`, -1 when there is none.
-  [[nodiscard]] int lowestNear(const Float3* points, const float* point) const;
+  void forget(const Float3* points, int slot) {
+    if (PointGrid* grid = grid_.known(); grid != nullptr && !isHole(points[slot].data())) {
+      grid->erase(slot, points[slot].data());
+    }
+  }
+  void learn(const Float3* points, int slot, bool isInList) {
+    if (PointGrid* grid = grid_.known();
+        grid != nullptr && isInList && !isHole(points[slot].data())) {
+      grid->insert(slot, points[slot].data());
+    }
+  }
+  void drop() { grid_.drop(); }
+  [[nodiscard]] bool validate(const Float3* points, int bound) const;
+
+  /// The grid when it may be asked; null when a walk must do.
+  [[nodiscard]] const PointGrid* grid(const Float3* points, int bound) const;
+  void noteWalk(int slots) const { grid_.budget.spend(slots); }
+  [[nodiscard]] static bool isHole(const float* point) { return point[0] == kFloatMark; }
 
  private:
-  static constexpr int kMostLoose = 64;
-
-  [[nodiscard]] int* findLoose(int slot);
-  [[nodiscard]] bool settle(const Float3* points, const HandedOutSlots& handedOut, int length);
-
-  // A little more than the tolerance covers the rounding of the cell borders.
-  PointGrid grid_{1.01 * static_cast<double>(kTolerance)};
-  int covered_ = 0;
-  std::array<int, kMostLoose> loose_{};
-  int looseCount_ = 0;
+  LazyPart<PointGrid> grid_{4, NearByAxis::kReach};
 };
+
+/// The lowest slot below the bound, live or not, that differs from `point` by less than kTolerance
+/// in each coordinate; -1 when there is none.
+[[nodiscard]] int firstNear(const PointSlots& points, const float* point);
 
 }  // namespace zel

@@ -132,6 +132,7 @@ struct PointPolicy : FloatTuplePolicy {
 };
 
 struct ElementPolicy {
+  static constexpr int kWidthOfMiss = 1;
   static constexpr bool kInsertIsWrite = false;
   static constexpr bool kPurgeZeroesSource = false;
   static constexpr bool kPurgeReturnsInline = false;

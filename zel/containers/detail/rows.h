@@ -16,10 +16,9 @@ using ComponentOf = std::remove_cvref_t<decltype(keyOf(std::declval<Slot&>()))>;
 template <class Slot>
 inline constexpr int kWidthOf = static_cast<int>(sizeof(Slot) / sizeof(ComponentOf<Slot>));
 
+/// A scalar or an element is its own slot.
 template <class Slot>
-Slot slotOf(ComponentOf<Slot> value) {
-  return SlotTraits<Slot>::filled(value);
-}
+requires(kWidthOf<Slot> == 1) const Slot& slotOf(const Slot& value) { return value; }
 
 template <class Slot>
 Slot slotOf(const ComponentOf<Slot>* components) {
@@ -34,6 +33,17 @@ void handOut(const Slot& slot, ComponentOf<Slot>* out) {
     *out = slot;
   } else {
     std::copy_n(slot.data(), kWidthOf<Slot>, out);
+  }
+}
+
+/// Hands out what a slot never written holds, in the first `width` components.
+template <class Store, class Slot = typename Store::SlotType>
+void handOutFresh(ComponentOf<Slot>* out, int width) {
+  using Policy = typename Store::PolicyType;
+  if constexpr (requires { Policy::fresh(); }) {
+    std::fill_n(out, std::min(kWidthOf<Slot>, width), Policy::fresh());
+  } else {
+    *out = Slot();
   }
 }
 
@@ -56,11 +66,10 @@ auto* componentsOf(Slot* slot) {
 /// Hands slot `index` out; without one, the mark in as many components as the policy says.
 template <class Store, class Slot = typename Store::SlotType>
 void readSlot(const Store& slots, int index, ComponentOf<Slot>* out) {
-  using Policy = typename Store::PolicyType;
   if (const Slot* slot = slots.slotAt(index)) {
     handOut(*slot, out);
   } else {
-    std::fill_n(out, std::min(kWidthOf<Slot>, Policy::kWidthOfMiss), Policy::fresh());
+    handOutFresh<Store>(out, Store::PolicyType::kWidthOfMiss);
   }
 }
 
@@ -69,7 +78,7 @@ void readSlot(const Store& slots, int index, ComponentOf<Slot>* out) {
 template <class Store, class Slot = typename Store::SlotType>
 bool handOutFound(const Store& slots, int found, ComponentOf<Slot>* out, int* index) {
   if (found < 0) {
-    handOut(SlotTraits<Slot>::filled(Store::PolicyType::fresh()), out);
+    handOutFresh<Store>(out, kWidthOf<Slot>);
     *index = kNoIndex;
     return false;
   }

@@ -1,19 +1,29 @@
 #include "zel/containers/detail/text_index.h"
 
-#include <algorithm>
-#include <bit>
-
 namespace zel {
 
 namespace {
 
-constexpr std::size_t kFirstChains = 256;
-
-std::size_t at(int slot) { return static_cast<std::size_t>(slot); }
+std::string_view textOf(const KwStringCL& element) {
+  const char* const bytes = element;
+  return bytes == nullptr ? std::string_view()
+                          : std::string_view(bytes, static_cast<std::size_t>(element.GetLengthM()));
+}
 
 }  // namespace
 
-std::uint64_t TextIndex::hashOf(std::string_view text) {
+// --- the table ---------------------------------------------------------------------------------
+
+TextTable::Key::Key(std::string_view stored) : text(stored), isOpen(false), isDead(false) {
+  const std::size_t zero = stored.find('\0');
+  isOpen = zero == std::string_view::npos;
+  if (!isOpen) {
+    isDead = stored.find_first_not_of('\0', zero) != std::string_view::npos;
+    text = stored.substr(0, zero + 1);
+  }
+}
+
+std::uint32_t TextTable::Key::hash() const {
   std::uint64_t hash = kStart;
   for (const char c : text) {
     hash = extend(hash, c);
@@ -21,112 +31,80 @@ std::uint64_t TextIndex::hashOf(std::string_view text) {
   return finish(hash);
 }
 
-TextIndex::Kind TextIndex::kindOf(std::string_view text) {
-  const std::size_t zero = text.find('\0');
-  if (zero == std::string_view::npos) {
-    return text.size() <= kLongestOpen ? Kind::kOpen : Kind::kOther;
-  }
-  return zero + 1 == text.size() ? Kind::kClosed : Kind::kOther;
+void TextTable::clear() {
+  table_.clear();
+  openOfLength_.clear();
 }
 
-void TextIndex::cover(std::string_view text) {
-  // All room first, so that running out of memory leaves the lists equally long.
-  for (auto* links : {&next_, &previous_}) {
-    links->resize(hashes_.size() + 1, -1);
-  }
-  hashes_.push_back(0);
-  learn(covered() - 1, text);
-}
-
-void TextIndex::uncoverLast(std::string_view text) {
-  forget(covered() - 1, text);
-  hashes_.pop_back();
-  next_.pop_back();
-  previous_.pop_back();
-}
-
-void TextIndex::learn(int slot, std::string_view text) {
-  const Kind kind = kindOf(text);
-  if (kind == Kind::kOther) {
-    others_.insert(std::lower_bound(others_.begin(), others_.end(), slot), slot);
+void TextTable::put(int slot, std::string_view text) {
+  const Key key(text);
+  if (key.isDead) {
     return;
   }
-  if (kind == Kind::kOpen) {
-    if (openOfLength_.size() <= text.size()) {
-      openOfLength_.resize(text.size() + 1, 0);
-    }
+  table_.put(slot, key.hash());
+  if (key.isOpen) {
     ++openOfLength_[text.size()];
   }
-  if (2 * (usedChains_ + 1) > chains_.size()) {
-    renewTable();
-  }
-  link(slot, hashOf(text));
 }
 
-void TextIndex::forget(int slot, std::string_view text) {
-  const Kind kind = kindOf(text);
-  if (kind == Kind::kOther) {
-    others_.erase(std::lower_bound(others_.begin(), others_.end(), slot));
-    return;
+void TextTable::remove(int slot, std::string_view text) {
+  table_.remove(slot);
+  if (const Key key(text); key.isOpen && --openOfLength_[text.size()] == 0) {
+    openOfLength_.erase(text.size());
   }
-  if (kind == Kind::kOpen) {
-    --openOfLength_[text.size()];
-  }
-  unlink(slot);
 }
 
-// The chain of a hash, or the place where it would stand.
-const TextIndex::Chain& TextIndex::chainOf(std::uint64_t hash) const {
-  const std::size_t mask = chains_.size() - 1;
-  std::size_t place = static_cast<std::size_t>(hash ^ (hash >> 32)) & mask;
-  while (chains_[place].hash != hash && chains_[place].hash != 0) {
-    place = (place + 1) & mask;
+bool TextTable::isFiled(int slot, std::string_view text) const {
+  const Key key(text);
+  return table_.hashOf(slot) == (key.isDead ? SlotTable::kNotFiled : key.hash()) &&
+         (!key.isOpen || openOfLength_.count(text.size()) == 1);
+}
+
+// --- the index ---------------------------------------------------------------------------------
+
+void TextIndex::forget(const KwStringCL* texts, int slot) {
+  if (TextTable* table = table_.known()) {
+    table->remove(slot, textOf(texts[slot]));
   }
-  return chains_[place];
 }
 
-TextIndex::Chain& TextIndex::chainOf(std::uint64_t hash) {
-  return const_cast<Chain&>(static_cast<const TextIndex*>(this)->chainOf(hash));
+void TextIndex::learn(const KwStringCL* texts, int slot, bool isInList) {
+  if (TextTable* table = table_.known(); table != nullptr && isInList) {
+    table->put(slot, textOf(texts[slot]));
+  }
 }
 
-// Leaves out the chains that ran empty, and makes the table four times as long as the others.
-void TextIndex::renewTable() {
-  const auto holdsSlots = [](const Chain& chain) { return chain.head >= 0; };
-  const auto kept =
-      static_cast<std::size_t>(std::count_if(chains_.begin(), chains_.end(), holdsSlots));
-  Vector<Chain> old(std::max(std::bit_ceil(4 * kept), kFirstChains));
-  old.swap(chains_);
-  usedChains_ = kept;
-  for (const Chain& chain : old) {
-    if (holdsSlots(chain)) {
-      chainOf(chain.hash) = chain;
+const TextTable* TextIndex::table(const KwStringCL* texts, int bound) const {
+  return table_.ready(bound, [=](TextTable& table) {
+    table.reserve(bound);
+    for (int slot = 0; slot < bound; ++slot) {
+      table.put(slot, textOf(texts[slot]));
+    }
+  });
+}
+
+bool TextIndex::validate(const KwStringCL* texts, int bound) const {
+  const TextTable* table = table_.known();
+  for (int slot = 0; table != nullptr && slot < bound; ++slot) {
+    if (!table->isFiled(slot, textOf(texts[slot]))) {
+      return false;
     }
   }
+  return table == nullptr || table->validate();
 }
 
-void TextIndex::link(int slot, std::uint64_t hash) {
-  Chain& chain = chainOf(hash);
-  usedChains_ += chain.hash == 0 ? 1 : 0;
-  chain.hash = hash;
-  hashes_[at(slot)] = hash;
-  // Mostly the highest slot of all, so look from the end.
-  int before = chain.tail;
-  while (before > slot) {
-    before = previous_[at(before)];
+int firstMatch(const TextSlots& texts, const char* text) {
+  const TextIndex* index = texts.index();
+  if (const TextTable* table =
+          index == nullptr ? nullptr : index->table(texts.data(), texts.bound())) {
+    return table->lowestMatch(text, [&](int slot) { return textOf(texts[slot]); });
   }
-  const int after = before < 0 ? chain.head : next_[at(before)];
-  previous_[at(slot)] = before;
-  next_[at(slot)] = after;
-  (before < 0 ? chain.head : next_[at(before)]) = slot;
-  (after < 0 ? chain.tail : previous_[at(after)]) = slot;
-}
-
-void TextIndex::unlink(int slot) {
-  Chain& chain = chainOf(hashes_[at(slot)]);
-  const int before = previous_[at(slot)];
-  const int after = next_[at(slot)];
-  (before < 0 ? chain.head : next_[at(before)]) = after;
-  (after < 0 ? chain.tail : previous_[at(after)]) = before;
+  const int found = texts.firstWhere(
+      [text](const KwStringCL& element) { return element.CompareStrM(0, text) == 0; });
+  if (index != nullptr) {
+    index->noteWalk(found < 0 ? texts.bound() : found + 1);
+  }
+  return found;
 }
 
 }  // namespace zel

@@ -1,84 +1,67 @@
 #pragma once
 
 /// @file
-/// An index over the texts of a string table.
+/// The index of a string table.
 
-#include <algorithm>
 #include <cstdint>
+#include <map>
 #include <string_view>
-#include <vector>
+#include <utility>
 
-#include "zel/containers/detail/heap.h"
+#include "zel/containers/detail/indexed_slots_impl.h"
+#include "zel/containers/detail/slot_index.h"
+#include "zel/containers/detail/slot_table.h"
+#include "zel/containers/kw_string.h"
 
 namespace zel {
 
 /// Finds the lowest slot whose text matches a zero-terminated one, byte for byte over the stored
 /// length.
 ///
-/// Two kinds of texts are hashed: those with one zero, at the end, which match a text equal to
-/// them; and those without a zero, which match every text that begins with them and are looked for
-/// under each of its prefixes whose length occurs. All others (inner zeros, very long ones without
-/// a zero) are compared one by one.
-///
-/// Slots 0 to covered() - 1 are known to the index. It reads texts when it takes a slot in, and
-/// keeps no copy: the table says `forget` before a text changes and `learn` after it.
-class TextIndex : public HeapObject {
+/// Texts are hashed up to their first zero. With one, and nothing but zeros behind it, they match a
+/// text equal to them; without one they match every text that begins with them, and are looked for
+/// under each of its prefixes whose length occurs. All others match nothing.
+class TextTable {
  public:
-  /// Slots known: from 0 up to this one.
-  [[nodiscard]] int covered() const { return static_cast<int>(hashes_.size()); }
-  /// Takes in the slot covered(). @throws std::bad_alloc
-  void cover(std::string_view text);
-  /// Takes the text of a covered slot out of the searches.
-  void forget(int slot, std::string_view text);
-  /// Takes the new text of a forgotten slot in. @throws std::bad_alloc
-  void learn(int slot, std::string_view text);
-  /// Forgets the slot covered() - 1 for good.
-  void uncoverLast(std::string_view text);
-
-  /// Length of the hash table: it follows the number of different texts, not of changes.
-  [[nodiscard]] std::size_t tableLength() const { return chains_.size(); }
+  void clear();
+  /// Prepares for `count` slots; to be called first.
+  void reserve(int count) { table_.reserve(count); }
+  /// Takes a slot in, under the text that it now has.
+  void put(int slot, std::string_view text);
+  /// @param text   what the slot was put under.
+  void remove(int slot, std::string_view text);
 
   /// @param textOf   the stored text of a slot: textOf(int) to std::string_view.
   /// @return the lowest matching slot, -1 when there is none.
   template <class TextOf>
   [[nodiscard]] int lowestMatch(const char* text, TextOf textOf) const;
+  [[nodiscard]] std::size_t length() const { return table_.length(); }
+  [[nodiscard]] bool validate() const { return table_.validate(); }
+  /// Whether the slot stands under this text.
+  [[nodiscard]] bool isFiled(int slot, std::string_view text) const;
 
  private:
-  template <class T>
-  using Vector = std::vector<T, HeapAllocator<T>>;
-  enum class Kind { kClosed, kOpen, kOther };
-
-  /// Slots with one hash, linked in ascending order.
-  struct Chain {
-    std::uint64_t hash = 0;  ///< odd; 0: no chain here
-    int head = -1;
-    int tail = -1;
-  };
-
   static constexpr std::uint64_t kStart = 0xCBF29CE484222325U;
   static constexpr std::uint64_t kFactor = 0x100000001B3U;
-  static constexpr std::size_t kLongestOpen = 4096;
 
   static std::uint64_t extend(std::uint64_t hash, char c) {
     return (hash ^ static_cast<unsigned char>(c)) * kFactor;
   }
-  static std::uint64_t finish(std::uint64_t hash) { return hash | 1; }
-  static std::uint64_t hashOf(std::string_view text);
-  static Kind kindOf(std::string_view text);
+  static std::uint32_t finish(std::uint64_t hash) {
+    return SlotTable::hashFrom((hash ^ (hash >> 32)) * SlotTable::kMix);
+  }
+  /// What is hashed: with the zero, or all when there is none. Nothing can match `isDead`.
+  struct Key {
+    std::string_view text;
+    bool isOpen;
+    bool isDead;
 
-  [[nodiscard]] const Chain& chainOf(std::uint64_t hash) const;
-  [[nodiscard]] Chain& chainOf(std::uint64_t hash);
-  void renewTable();
-  void link(int slot, std::uint64_t hash);
-  void unlink(int slot);
+    explicit Key(std::string_view stored);
+    [[nodiscard]] std::uint32_t hash() const;
+  };
 
-  Vector<Chain> chains_;  ///< open addressing, a power of two long
-  std::size_t usedChains_ = 0;
-  Vector<std::uint64_t> hashes_;  ///< by slot
-  Vector<int> next_;              ///< by slot
-  Vector<int> previous_;          ///< by slot
-  Vector<int> openOfLength_;      ///< number of open texts by length
-  Vector<int> others_;            ///< slots compared one by one, ascending
+  SlotTable table_;
+  std::map<std::size_t, int> openOfLength_;  ///< number of texts without a zero
 };
 
 /// Whether stored bytes match the beginning of `text`, continued by zeros.
@@ -93,21 +76,22 @@ inline bool matchesStored(std::string_view stored, const char* text) {
 }
 
 template <class TextOf>
-int TextIndex::lowestMatch(const char* text, TextOf textOf) const {
+int TextTable::lowestMatch(const char* text, TextOf textOf) const {
   unsigned best = 0xFFFFFFFF;
   const auto lookUp = [&](std::uint64_t hash) {
-    for (int slot = chains_.empty() ? -1 : chainOf(finish(hash)).head; slot >= 0;
-         slot = next_[static_cast<std::size_t>(slot)]) {
-      if (matchesStored(textOf(slot), text)) {
-        best = std::min(best, static_cast<unsigned>(slot));
-        return;
-      }
-    }
+    bool isFirst = true;  // and so the lowest; the others matter when hashes are equal by chance
+    table_.any(finish(hash), [&](int slot) {
+      const bool isMatch = matchesStored(textOf(slot), text);
+      best = isMatch ? std::min(best, static_cast<unsigned>(slot)) : best;
+      return std::exchange(isFirst, false) && isMatch;
+    });
   };
   std::uint64_t hash = kStart;
+  auto open = openOfLength_.begin();
   for (std::size_t length = 0;; ++length) {
-    if (length < openOfLength_.size() && openOfLength_[length] > 0) {
+    if (open != openOfLength_.end() && open->first == length) {
       lookUp(hash);
+      ++open;
     }
     hash = extend(hash, text[length]);
     if (text[length] == 0) {
@@ -115,13 +99,28 @@ int TextIndex::lowestMatch(const char* text, TextOf textOf) const {
     }
   }
   lookUp(hash);
-  for (const int slot : others_) {
-    if (static_cast<unsigned>(slot) < best && matchesStored(textOf(slot), text)) {
-      best = static_cast<unsigned>(slot);
-      break;
-    }
-  }
   return static_cast<int>(best);
 }
+
+using TextSlots = IndexedSlots<KwStringCL, ElementPolicy, class TextIndex>;
+
+/// Follows a string table; see IndexedSlots.
+class TextIndex : public SlotIndex {
+ public:
+  void forget(const KwStringCL* texts, int slot);
+  void learn(const KwStringCL* texts, int slot, bool isInList);
+  void drop() { table_.drop(); }
+  [[nodiscard]] bool validate(const KwStringCL* texts, int bound) const;
+
+  /// The table when it may be asked; null when a walk must do.
+  [[nodiscard]] const TextTable* table(const KwStringCL* texts, int bound) const;
+  void noteWalk(int slots) const { table_.budget.spend(slots); }
+
+ private:
+  LazyPart<TextTable> table_{4};
+};
+
+/// The lowest slot below the bound whose text matches `text` (KwStringCL::CompareStrM()), or -1.
+[[nodiscard]] int firstMatch(const TextSlots& texts, const char* text);
 
 }  // namespace zel

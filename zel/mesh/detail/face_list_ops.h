@@ -3,23 +3,23 @@
 /// @file
 /// What the lists of triangles and of quads do alike. `Faces` is their IndexedSlots.
 
+#include "zel/containers/detail/indexed_slots_impl.h"
 #include "zel/core/constants.h"
 #include "zel/mesh/detail/candidates.h"
 #include "zel/mesh/detail/face_index.h"
 #include "zel/mesh/detail/face_record_ops.h"
-#include "zel/mesh/detail/indexed_slots_impl.h"
 
 namespace zel {
 
 template <class Face>
-using FaceSlots = IndexedSlots<Face, FaceIndex<Face>>;
+using FaceSlots = IndexedSlots<Face, ElementPolicy, FaceIndex<Face>>;
 
 /// Every face that has `node`, deleted ones too, among others that the caller has to rule out.
 template <class Face>
 Candidates facesAround(const FaceSlots<Face>& faces, int node) {
-  FaceIndex<Face>* index = faces.index();
-  return index == nullptr ? Candidates::all(faces.bound())
-                          : index->around(faces.data(), faces.bound(), node);
+  const FaceIndex<Face>* index = faces.index();
+  return index == nullptr ? Candidates::all(faces.count())
+                          : index->around(faces.data(), faces.count(), node);
 }
 
 /// Every face that has both nodes, among others; the shorter of their two lists.
@@ -71,12 +71,12 @@ inline bool liesWithin(const FaceRecord<3>& face, const int* nodes) {
 template <class Face, class IsEnough>
 bool anyFaceWithin(const FaceSlots<Face>& faces, const int* nodes, IsEnough isEnough) {
   const auto matches = [&](int slot) {
-    return slot < faces.bound() && liesWithin(faces[slot].record(), nodes) && isEnough(slot);
+    return slot < faces.count() && liesWithin(faces[slot].record(), nodes) && isEnough(slot);
   };
-  if (FaceIndex<Face>* index = faces.index(); index != nullptr) {
-    return index->anyWithin(faces.data(), faces.bound(), nodes, matches);
+  if (const FaceIndex<Face>* index = faces.index()) {
+    return index->anyWithin(faces.data(), faces.count(), nodes, matches);
   }
-  for (int slot = 0; slot < faces.bound(); ++slot) {
+  for (int slot = 0; slot < faces.count(); ++slot) {
     if (matches(slot)) {
       return true;
     }
@@ -87,10 +87,10 @@ bool anyFaceWithin(const FaceSlots<Face>& faces, const int* nodes, IsEnough isEn
 /// The lowest slot whose tag is neither 30 nor 31, or kNoIndex.
 template <class Face>
 int firstOddTag(const FaceSlots<Face>& faces) {
-  if (FaceIndex<Face>* index = faces.index(); index != nullptr) {
-    return index->firstOddTag(faces.data(), faces.bound());
+  if (const FaceIndex<Face>* index = faces.index()) {
+    return index->firstOddTag(faces.data(), faces.count());
   }
-  for (int slot = 0; slot < faces.bound(); ++slot) {
+  for (int slot = 0; slot < faces.count(); ++slot) {
     if (isOddTag(faces[slot].IsAvailableM())) {
       return slot;
     }
@@ -103,8 +103,8 @@ int firstOddTag(const FaceSlots<Face>& faces) {
 template <class Face, class Renamed>
 void renameNode(FaceSlots<Face>& faces, int oldNode, int newNode, Renamed renamed) {
   // The renaming itself changes the lists of the index.
-  const Candidates candidates = facesAround(faces, oldNode).detached(faces.bound());
-  for (int k = 0; k < candidates.size() && candidates[k] < faces.bound(); ++k) {
+  const Candidates candidates = facesAround(faces, oldNode).detached(faces.count());
+  for (int k = 0; k < candidates.size() && candidates[k] < faces.count(); ++k) {
     const int slot = candidates[k];
     const int corner = cornerOf(faces[slot].record(), oldNode);
     if (corner != kNoIndex) {
@@ -117,11 +117,11 @@ void renameNode(FaceSlots<Face>& faces, int oldNode, int newNode, Renamed rename
 /// Inserts a face, growing a full store by the increment.
 template <class Face>
 void insertFace(FaceSlots<Face>& faces, const Face& face, int position) {
-  if (position < 0 || position > faces.bound()) {
+  if (position < 0 || position > faces.count()) {
     return;
   }
-  if (faces.bound() == faces.length()) {
-    faces.addSize(faces.store().increment());
+  if (faces.count() == faces.length()) {
+    faces.addSize(faces.increment());
   }
   faces.insert(face, position);
 }
@@ -130,7 +130,7 @@ void insertFace(FaceSlots<Face>& faces, const Face& face, int position) {
 template <class Face, class Change>
 void changeEveryNormal(FaceSlots<Face>& faces, Change change) {
   Face* store = faces.changeUnindexed();
-  for (int slot = 0; slot < faces.bound(); ++slot) {
+  for (int slot = 0; slot < faces.count(); ++slot) {
     change(store[slot].record());
   }
 }
@@ -139,8 +139,8 @@ void changeEveryNormal(FaceSlots<Face>& faces, Change change) {
 template <class Face>
 void renumberAndCompact(FaceSlots<Face>& faces, const IntArr& map) {
   auto& store = faces.changeAll();
-  for (int slot = 0; slot < faces.bound(); ++slot) {
-    if (slot + kFacesAhead < faces.bound()) {
+  for (int slot = 0; slot < faces.count(); ++slot) {
+    if (slot + kFacesAhead < faces.count()) {
       prefetchCorners(store[slot + kFacesAhead].record(), map);
     }
     if (faces.isLive(slot) && store[slot].ResetNodeIdxM(map) == 0) {
@@ -149,7 +149,7 @@ void renumberAndCompact(FaceSlots<Face>& faces, const IntArr& map) {
     }
   }
   int removed = 0;
-  for (int slot = 0; slot < faces.bound(); ++slot) {
+  for (int slot = 0; slot < faces.count(); ++slot) {
     if (!faces.isLive(slot)) {
       ++removed;
     } else if (removed > 0) {
@@ -157,8 +157,8 @@ void renumberAndCompact(FaceSlots<Face>& faces, const IntArr& map) {
       store[slot].DelItemM();
     }
   }
-  store.setBound(faces.bound() - removed);
-  if (faces.length() > store.kInlineLength && faces.bound() <= store.kInlineLength) {
+  store.setBound(faces.count() - removed);
+  if (faces.length() > store.kInlineLength && faces.count() <= store.kInlineLength) {
     returnInline(faces);
   }
 }
@@ -167,10 +167,10 @@ void renumberAndCompact(FaceSlots<Face>& faces, const IntArr& map) {
 template <class Face>
 void returnInline(FaceSlots<Face>& faces) {
   typename FaceSlots<Face>::Store home;
-  std::copy_n(faces.data(), faces.bound(), home.data());
-  home.setBound(faces.bound());
-  home.setAvailable(faces.store().available());
-  home.setIncrement(faces.store().increment());
+  std::copy_n(faces.data(), faces.count(), home.data());
+  home.setBound(faces.count());
+  home.setAvailable(faces.available());
+  home.setIncrement(faces.increment());
   faces.replace(std::move(home));
 }
 

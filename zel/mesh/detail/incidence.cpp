@@ -36,10 +36,19 @@ void Incidence::add(int node, int slot) {
     row.capacity = capacity;
   }
   int* slots = block_.data() + row.begin;
-  if (row.sorted == row.size && (row.size == 0 || slots[row.size - 1] < slot)) {
-    ++row.sorted;
+  if (row.size > 0 && slots[row.size - 1] >= slot) {
+    row.markUntidy();
   }
+  row.sorted += row.sorted < 0 ? 0 : 1;
   slots[row.size++] = slot;
+}
+
+bool Incidence::isNamed(int slot, const int* corners, int cornerCount) const {
+  return std::all_of(corners, corners + cornerCount, [&](int corner) {
+    const Row& row = rowOf(corner);
+    const auto first = block_.begin() + row.begin;
+    return std::find(first, first + row.size, slot) != first + row.size;
+  });
 }
 
 }  // namespace zel

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <algorithm>
+#include <atomic>
 #include <bit>
 #include <cstdint>
+#include <mutex>
 #include <vector>
 
 #include "zel/core/constants.h"
@@ -15,7 +17,8 @@ namespace zel {
 /// out share rows and because a slot that no longer has the node leaves only when the row is
 /// tidied. Rows are put in order when they are asked for, so that adding is cheap.
 ///
-/// Functions that add may throw std::bad_alloc and leave the rows fit only for clear().
+/// Functions that add may throw std::bad_alloc and leave the rows fit only for clear(). Several
+/// threads may ask for rows at once: one of them puts a row in order, under a lock.
 class Incidence {
  public:
   struct View {
@@ -28,22 +31,35 @@ class Incidence {
   void build(const Face* faces, int bound);
   void add(int node, int slot);
   /// Notes that one slot of the node's row no longer has the node.
-  void noteGone(int node) { ++rowOf(node).gone; }
+  void noteGone(int node) {
+    Row& row = rowOf(node);
+    if (++row.gone > 8 && row.gone > row.size / 2) {
+      row.markUntidy();
+    }
+  }
   /// The slots below `bound` of a node's row.
   template <class Face>
-  [[nodiscard]] View around(const Face* faces, int bound, int node);
+  [[nodiscard]] View around(const Face* faces, int bound, int node) const;
   /// So much has been added since it was built that building anew pays.
   [[nodiscard]] bool isOutgrown(int bound) const {
     return bound > 2 * builtBound_ + 64 || block_.size() > 8 * builtSize_ + 4096;
   }
+  /// Whether the rows of a face's corners name its slot.
+  [[nodiscard]] bool isNamed(int slot, const int* corners, int cornerCount) const;
 
  private:
   struct Row {
     int begin = 0;
     int size = 0;
     int capacity = 0;
-    int sorted = 0;  ///< so many at the front are ascending and distinct
+    int sorted = 0;  ///< so many at the front are ascending and distinct: all, or of them the ~
     int gone = 0;
+
+    [[nodiscard]] bool isTidy() {
+      return std::atomic_ref(sorted).load(std::memory_order_acquire) >= 0;
+    }
+    void markUntidy() { sorted = sorted < 0 ? sorted : ~sorted; }
+    void markTidy() { std::atomic_ref(sorted).store(size, std::memory_order_release); }
   };
 
   // Rows of ordinary nodes are their own; numbers beyond the table are scattered over it.
@@ -52,16 +68,17 @@ class Incidence {
     const std::uint64_t beyond = std::uint64_t{number} >> bits_;
     return (number + beyond * 0x9E3779B1U) & (rows_.size() - 1);
   }
-  [[nodiscard]] Row& rowOf(int node) { return rows_[rowNumber(node)]; }
+  [[nodiscard]] Row& rowOf(int node) const { return rows_[rowNumber(node)]; }
   void size(int highestNode, int bound, int corners);
   void allot();
   template <class Face, class Visit>
   void visitCorners(const Face* faces, int bound, Visit visit) const;
   template <class Keep>
-  void tidy(Row& row, Keep keep);
+  void tidy(Row& row, Keep keep) const;
 
-  std::vector<Row> rows_;  ///< a power of two of them
-  std::vector<int> block_;
+  mutable std::vector<Row> rows_;  ///< a power of two of them
+  mutable std::vector<int> block_;
+  mutable std::mutex tidying_;
   int bits_ = 0;
   int builtBound_ = 0;
   std::size_t builtSize_ = 0;
@@ -100,10 +117,11 @@ void Incidence::build(const Face* faces, int bound) {
 }
 
 template <class Face>
-Incidence::View Incidence::around(const Face* faces, int bound, int node) {
+Incidence::View Incidence::around(const Face* faces, int bound, int node) const {
   Row& row = rowOf(node);
-  if (row.sorted < row.size || (row.gone > 8 && row.gone > row.size / 2)) {
+  if (!row.isTidy()) {
     const std::size_t number = rowNumber(node);
+    const std::lock_guard lock(tidying_);
     tidy(row, [&](int slot) {
       const auto& corners = faces[slot].record().corners;
       return slot < bound && std::any_of(std::begin(corners), std::end(corners),
@@ -119,15 +137,20 @@ Incidence::View Incidence::around(const Face* faces, int bound, int node) {
 }
 
 template <class Keep>
-void Incidence::tidy(Row& row, Keep keep) {
+void Incidence::tidy(Row& row, Keep keep) const {
+  if (row.isTidy()) {
+    return;  // another thread was first
+  }
   const auto first = block_.begin() + row.begin;
+  const auto middle = first + ~row.sorted;
   auto end = first + row.size;
-  std::sort(first + row.sorted, end);
-  std::inplace_merge(first, first + row.sorted, end);
+  std::sort(middle, end);
+  std::inplace_merge(first, middle, end);
   end = std::unique(first, end);
   end = std::remove_if(first, end, [&](int slot) { return !keep(slot); });
-  row.size = row.sorted = static_cast<int>(end - first);
+  row.size = static_cast<int>(end - first);
   row.gone = 0;
+  row.markTidy();
 }
 
 }  // namespace zel

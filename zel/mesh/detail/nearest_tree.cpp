@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <iterator>
+#include <new>
+#include <numeric>
+#include <utility>
 
 #include "zel/core/constants.h"
 #include "zel/geometry/geometry.h"
@@ -115,6 +118,138 @@ void NearestTree::search(int first, int end, Query& query) const {
       query.tryEntry(entry);
     }
   }
+}
+
+// --- the forest --------------------------------------------------------------------------------
+
+void NearestForest::note(int slot) {
+  Trees* trees = current_.load(std::memory_order_relaxed);
+  if (trees == nullptr) {
+    return;
+  }
+  kept_.erase(kept_.begin(), kept_.end() - 1);
+  trees->changed.push_back(slot);
+  // Nobody may ever ask for the nearest again, yet changes go on.
+  if (static_cast<int>(trees->changed.size()) > trees->builtBound + 64) {
+    drop();
+  }
+}
+
+void NearestForest::drop() {
+  current_.store(nullptr, std::memory_order_relaxed);
+  kept_.clear();
+  budget_.restart();
+  waste_.restart();
+}
+
+// Every distance to a NaN counts as zero, so nodes that are not finite are always looked at.
+void NearestForest::Trees::plant(const NodeCL* nodes, int bound, std::vector<int> slots) {
+  const auto isFit = [=](int slot) {
+    const float* q = slot < bound ? nodes[slot].point() : nullptr;
+    return q != nullptr && std::isfinite(q[0]) && std::isfinite(q[1]) && std::isfinite(q[2]);
+  };
+  const auto unfit = std::stable_partition(slots.begin(), slots.end(), isFit);
+  std::copy_if(unfit, slots.end(), std::back_inserter(notFinite),
+               [=](int slot) { return slot < bound; });
+  slots.erase(unfit, slots.end());
+  trees.push_back(std::make_shared<const NearestTree>(nodes, slots));
+  builtBound = bound;
+}
+
+bool NearestForest::isWorn(const Trees& trees, int bound) const {
+  constexpr std::size_t kFew = 256;
+  return trees.changed.size() > kFew || waste_.isSpent(bound);
+}
+
+// Trees of what is there now: new ones for what has changed, or all anew.
+std::unique_ptr<NearestForest::Trees> NearestForest::grow(const NodeCL* nodes, int bound,
+                                                          const Trees* before) const {
+  auto made = std::make_unique<Trees>();
+  std::vector<int> slots;
+  if (before == nullptr || waste_.isSpent(bound)) {
+    slots.resize(static_cast<std::size_t>(bound));
+    std::iota(slots.begin(), slots.end(), 0);
+  } else {
+    made->trees = before->trees;
+    made->notFinite = before->notFinite;
+    slots = before->changed;
+    auto& trees = made->trees;
+    while (!trees.empty() && static_cast<std::size_t>(trees.back()->size()) <= 2 * slots.size()) {
+      trees.back()->appendSlots(slots);
+      trees.pop_back();
+    }
+    std::sort(slots.begin(), slots.end());
+    slots.erase(std::unique(slots.begin(), slots.end()), slots.end());
+  }
+  made->plant(nodes, bound, std::move(slots));
+  return made;
+}
+
+// Out of memory, the worn trees do: they are true, only slower.
+const NearestForest::Trees* NearestForest::renew(const NodeCL* nodes, int bound,
+                                                 const Trees* worn) const {
+  const std::lock_guard lock(growing_);
+  const Trees* before = current_.load(std::memory_order_acquire);
+  if (before != worn) {
+    return before;  // another thread was first
+  }
+  try {
+    kept_.push_back(grow(nodes, bound, before));
+    current_.store(kept_.back().get(), std::memory_order_release);
+  } catch (const std::bad_alloc&) {
+    budget_.restart();
+  }
+  waste_.restart();
+  return current_.load(std::memory_order_relaxed);
+}
+
+const NearestForest::Trees* NearestForest::ready(const NodeCL* nodes, int bound) const {
+  const Trees* trees = current_.load(std::memory_order_acquire);
+  const bool isDue = trees == nullptr ? budget_.isSpent(bound) : isWorn(*trees, bound);
+  return isDue ? renew(nodes, bound, trees) : trees;
+}
+
+bool NearestForest::search(const NodeCL* nodes, int bound, const float* p, Nearest& best) const {
+  const Trees* trees = ready(nodes, bound);
+  if (trees == nullptr) {
+    return false;
+  }
+  int wasted = 0;
+  for (const auto& tree : trees->trees) {
+    wasted += tree->search(nodes, bound, p, best);
+  }
+  for (const std::vector<int>* slots : {&trees->changed, &trees->notFinite}) {
+    for (const int slot : *slots) {
+      if (slot < bound) {
+        best.tryNode(nodes, slot, p);
+      }
+    }
+  }
+  wasted += static_cast<int>(trees->changed.size());
+  if (wasted > 0) {
+    waste_.spend(wasted);
+  }
+  return true;
+}
+
+bool NearestForest::validate(const NodeCL* nodes, int bound, const ExposedSlots& exposed) const {
+  const Trees* trees = current_.load(std::memory_order_acquire);
+  if (trees == nullptr) {
+    return true;
+  }
+  std::vector<int> known(trees->changed);
+  known.insert(known.end(), trees->notFinite.begin(), trees->notFinite.end());
+  for (const auto& tree : trees->trees) {
+    tree->appendSlots(known);
+  }
+  std::sort(known.begin(), known.end());
+  for (int slot = 0; slot < bound; ++slot) {
+    const bool isWanted = nodes[slot].IsAvailableM() == kTagAvailable && !exposed.contains(slot);
+    if (isWanted && !std::binary_search(known.begin(), known.end(), slot)) {
+      return false;
+    }
+  }
+  return true;
 }
 
 }  // namespace zel

@@ -3,66 +3,57 @@
 /// @file
 /// The index of a node list.
 
-#include "zel/mesh/detail/exposed_slots.h"
-#include "zel/mesh/detail/indexed_slots_impl.h"
+#include "zel/containers/detail/indexed_slots_impl.h"
+#include "zel/containers/detail/point_grid.h"
+#include "zel/containers/detail/slot_index.h"
+#include "zel/core/constants.h"
+#include "zel/geometry/detail/vectors.h"
 #include "zel/mesh/detail/nearest_tree.h"
-#include "zel/mesh/detail/node_grid.h"
 #include "zel/mesh/node.h"
 
 namespace zel {
 
-/// Answers the two searches of a node list by position.
-///
-/// The grid holds exactly the live slots below the bound that nobody holds a reference of. The
-/// trees hold slots as they were when each was built; those that changed since are kept in a list
-/// and, when that grows long, make a tree together with those that are not much larger. So there
-/// are few trees, and a slot goes from one to the next only a few times; see J. L. Bentley, J. B.
-/// Saxe, Decomposable Searching Problems, 1980.
-class NodeIndex {
+/// Two positions are near when slIsEqualPoint3D() takes them for one.
+struct NearBySquare {
+  /// A little more than the distance at which points become equal, against rounding.
+  static constexpr double kReach = 1.01e-4;
+  static constexpr float kNearSquare = static_cast<float>(kReach * kReach);
+  /// Below this, the distance is below the tolerance however the square was rounded.
+  static constexpr float kSureSquare = kSquareTolerance * 0.9999F;
+
+  static NearLanes lanes(const float* x, const float* y, const float* z, const float* p) {
+    return lanesNear(x, y, z, p, kSureSquare, kNearSquare);
+  }
+  static bool isNear(const float* q, const float* p) { return isEqualPoint(q, p); }
+};
+
+/// Answers the two searches of a node list by position; see IndexedSlots. The grid holds exactly
+/// the live slots below the bound that are not exposed.
+class NodeIndex : public SlotIndex {
  public:
-  // What IndexedSlots tells; see there.
-  [[nodiscard]] bool expose(const NodeCL* nodes, int slot, int bound);
   void forget(const NodeCL* nodes, int slot);
   void learn(const NodeCL* nodes, int slot, bool isInList);
   void drop();
-  void storeMoved(const NodeCL* nodes, int bound);
+  [[nodiscard]] bool validate(const NodeCL* nodes, int bound) const;
 
-  /// The lowest live node equal to p or kNoIndex, where one look tells; else kUndecided.
+  static constexpr int kUndecided = PointGrid::kUndecided;
+  /// The lowest live node equal to p or kNowhere, where one look tells; else kUndecided.
   [[nodiscard]] int quickAt(const float* p) const {
-    return isGridBuilt_ && exposed_.slots().empty() ? grid_.quickNear(p) : kUndecided;
+    const PointGrid* grid = grid_.known();
+    return grid != nullptr && exposed.slots().empty() ? grid->quickNear(p, NearBySquare())
+                                                      : kUndecided;
   }
-  static constexpr int kUndecided = NodeGrid::kUndecided;
   /// The lowest live node equal to p, or kNoIndex.
-  [[nodiscard]] int lowestAt(const NodeCL* nodes, int bound, const float* p);
+  [[nodiscard]] int lowestAt(const NodeCL* nodes, int bound, const float* p) const;
   /// The nearest live node, or kNoIndex.
-  [[nodiscard]] int nearestTo(const NodeCL* nodes, int bound, const float* p);
+  [[nodiscard]] int nearestTo(const NodeCL* nodes, int bound, const float* p) const;
 
  private:
-  [[nodiscard]] bool hasGrid(const NodeCL* nodes, int bound);
-  void giveUpGrid();
-  void buildGrid(const NodeCL* nodes, int bound);
-  [[nodiscard]] bool hasTrees(const NodeCL* nodes, int bound);
-  void plant(const NodeCL* nodes, int bound, std::vector<int> slots);
-  void takeInChanges(const NodeCL* nodes, int bound);
-  void fellTrees();
-  void noteChange(int slot);
-
-  ExposedSlots exposed_;
-
-  NodeGrid grid_;
-  bool isGridBuilt_ = false;
-  WalkBudget gridBudget_{4};
-  bool isGridInVain_ = false;  ///< tried, and not worth trying again until the store moves
-
-  std::vector<NearestTree> trees_;  ///< the largest first
-  bool hasTrees_ = false;
-  std::vector<int> changed_;    ///< since the last tree was built; slots may repeat
-  std::vector<int> notFinite_;  ///< at no place of a tree; slots may repeat
-  int builtBound_ = 0;
-  WalkBudget treeBudget_{32};
+  LazyPart<PointGrid> grid_{4, NearBySquare::kReach};
+  NearestForest forest_;
 };
 
-using NodeSlots = IndexedSlots<NodeCL, NodeIndex>;
+using NodeSlots = IndexedSlots<NodeCL, ElementPolicy, NodeIndex>;
 
 /// The lowest live node equal to p, or kNoIndex.
 [[nodiscard]] int firstNodeAt(const NodeSlots& nodes, const float* p);

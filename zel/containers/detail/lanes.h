@@ -45,6 +45,31 @@ inline NearLanes lanesNear(const float* x, const float* y, const float* z, const
 #endif
 }
 
+/// Which of four points (as above) differ from p by less than `half` along every axis. NaN never.
+inline unsigned lanesInBox(const float* x, const float* y, const float* z, const float* p,
+                           float half) {
+#if defined(__SSE2__)
+  const __m128 limit = _mm_set1_ps(half);
+  const __m128 sign = _mm_set1_ps(-0.0F);
+  const auto isNear = [=](const float* row, float q) {
+    return _mm_cmplt_ps(_mm_andnot_ps(sign, _mm_sub_ps(_mm_load_ps(row), _mm_set1_ps(q))), limit);
+  };
+  return static_cast<unsigned>(
+      _mm_movemask_ps(_mm_and_ps(_mm_and_ps(isNear(x, p[0]), isNear(y, p[1])), isNear(z, p[2]))));
+#else
+  unsigned lanes = 0;
+  for (int lane = 0; lane < 4; ++lane) {
+    const float dx = x[lane] - p[0];
+    const float dy = y[lane] - p[1];
+    const float dz = z[lane] - p[2];
+    const bool isNear =
+        dx < half && -dx < half && dy < half && -dy < half && dz < half && -dz < half;
+    lanes |= static_cast<unsigned>(isNear) << lane;
+  }
+  return lanes;
+#endif
+}
+
 /// Which of four points are exactly p.
 inline unsigned lanesAt(const float* x, const float* y, const float* z, const float* p) {
 #if defined(__SSE2__)
