@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 const std::map<std::string, int> kFloors{{"core", 0},  {"containers", 1}, {"geometry", 1},
                                          {"mesh", 2},  {"curves", 2},     {"textfile", 3},
-                                         {"image", 3}, {"algorithms", 3}};
+                                         {"image", 3}, {"algorithms", 3}, {"io", 4}};
 
 struct Include {
   fs::path from;

@@ -1,7 +1,10 @@
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
+#include <cerrno>
 #include <cstdlib>
 #include <memory>
 
@@ -30,6 +33,53 @@ FileToReplace fileToReplace(const std::string& name) {
 }
 
 std::FILE* createFile(const std::string& name) { return std::fopen(name.c_str(), "wbx"); }
+
+std::FILE* createPrivateFile(const std::string& name) {
+  const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  return file < 0 ? nullptr : fdopen(file, "wb");
+}
+
+std::string uniqueNamePart() {
+  static std::atomic<unsigned> count = 0;
+  return std::to_string(getpid()) + "-" + std::to_string(count.fetch_add(1));
+}
+
+bool isWritableFile(const std::string& name) {
+  constexpr mode_t kAnyWriter = S_IWUSR | S_IWGRP | S_IWOTH;
+  struct stat status {};
+  return stat(name.c_str(), &status) == 0 && (status.st_mode & kAnyWriter) != 0 &&
+         access(name.c_str(), W_OK) == 0;
+}
+
+// Where the group cannot be passed on, its permissions would be another group's.
+void inheritFileRights(const std::string& source, const std::string& target) {
+  struct stat status {};
+  if (stat(source.c_str(), &status) != 0) {
+    return;
+  }
+  mode_t mode = status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO | S_ISVTX);
+  if (chown(target.c_str(), status.st_uid, status.st_gid) != 0 &&
+      chown(target.c_str(), static_cast<uid_t>(-1), status.st_gid) != 0) {
+    mode &= ~static_cast<mode_t>(S_IRWXG) | ((mode & S_IRWXO) << 3);
+  }
+  chmod(target.c_str(), mode);
+}
+
+bool bringToDisk(std::FILE* file) {
+  return std::fflush(file) == 0 && (fsync(fileno(file)) == 0 || errno == EINVAL);
+}
+
+void bringDirectoryToDisk(const std::string& file) {
+  const std::size_t slash = file.rfind('/');
+  const std::string directory = slash == std::string::npos ? "." : file.substr(0, slash + 1);
+  const int descriptor = open(directory.c_str(), O_RDONLY | O_CLOEXEC);
+  if (descriptor >= 0) {
+    static_cast<void>(fsync(descriptor));
+    close(descriptor);
+  }
+}
+
+void removeFile(const char* name) noexcept { unlink(name); }
 
 void copyPermissions(const std::string& source, const std::string& target) {
   struct stat status {};

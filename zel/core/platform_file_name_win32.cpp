@@ -4,6 +4,7 @@
 #include <io.h>
 #include <sys/stat.h>
 
+#include <atomic>
 #include <vector>
 
 #include "zel/core/detail/file_name.h"
@@ -60,6 +61,30 @@ std::FILE* createFile(const std::string& name) {
       _open(name.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY, _S_IREAD | _S_IWRITE);
   return file < 0 ? nullptr : _fdopen(file, "wb");
 }
+
+std::FILE* createPrivateFile(const std::string& name) { return createFile(name); }
+
+std::string uniqueNamePart() {
+  static std::atomic<unsigned> count = 0;
+  return std::to_string(GetCurrentProcessId()) + "-" + std::to_string(count.fetch_add(1));
+}
+
+bool isWritableFile(const std::string& name) {
+  const DWORD attributes = GetFileAttributesA(name.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) == 0;
+}
+
+void inheritFileRights(const std::string& source, const std::string& target) {
+  copyPermissions(source, target);
+}
+
+bool bringToDisk(std::FILE* file) {
+  return std::fflush(file) == 0 && _commit(_fileno(file)) == 0;
+}
+
+void bringDirectoryToDisk(const std::string& /*file*/) {}
+
+void removeFile(const char* name) noexcept { DeleteFileA(name); }
 
 void copyPermissions(const std::string& source, const std::string& target) {
   const DWORD attributes = GetFileAttributesA(source.c_str());

@@ -26,6 +26,28 @@ struct FileToReplace {
 /// Creates a file for writing bytes. @return null when it could not, or when there is one already.
 [[nodiscard]] std::FILE* createFile(const std::string& name);
 
+/// As createFile(), for nobody but the owner to read until inheritFileRights().
+[[nodiscard]] std::FILE* createPrivateFile(const std::string& name);
+
+/// @return a few characters that no other process or thread uses in a file name right now.
+[[nodiscard]] std::string uniqueNamePart();
+
+/// @return whether this process may write an existing file and its attributes allow it.
+[[nodiscard]] bool isWritableFile(const std::string& name);
+
+/// Gives `target` the permissions of `source` without its setuid and setgid marks, and as far as
+/// the system allows its owner and group; nothing happens without a `source`.
+void inheritFileRights(const std::string& source, const std::string& target);
+
+/// Flushes a file and has the system write it to the disk. @return false with errno set.
+[[nodiscard]] bool bringToDisk(std::FILE* file);
+
+/// Has the system write the directory of a file to the disk, where that can be asked for.
+void bringDirectoryToDisk(const std::string& file);
+
+/// Removes a file. Signal handlers may call it.
+void removeFile(const char* name) noexcept;
+
 /// Gives `target` the permissions and attributes of `source`; nothing happens without a `source`.
 void copyPermissions(const std::string& source, const std::string& target);
 
