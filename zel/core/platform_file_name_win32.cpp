@@ -78,9 +78,7 @@ void inheritFileRights(const std::string& source, const std::string& target) {
   copyPermissions(source, target);
 }
 
-bool bringToDisk(std::FILE* file) {
-  return std::fflush(file) == 0 && _commit(_fileno(file)) == 0;
-}
+bool bringToDisk(std::FILE* file) { return std::fflush(file) == 0 && _commit(_fileno(file)) == 0; }
 
 void bringDirectoryToDisk(const std::string& /*file*/) {}
 
