@@ -243,6 +243,34 @@ TEST(TouchCurTransCoord, arcIsMovedToBeginAtThePoint) {
   }
 }
 
+TEST(TouchCurMoves, differencesAreNotRoundedBeforeTheyAreAdded) {
+  RandomGeometry random(53);
+  const auto carried = [](Float3 p, Float3 to, Float3 from, double factor = 1) {
+    return narrow(widen(p) + factor * (widen(to) - widen(from)));
+  };
+  for (int round = 0; round < 2000; ++round) {
+    const Float3 start = narrow(random.point(9)), end = narrow(random.point(0.1));
+    const Float3 centre = narrow(random.point(3)), to = narrow(random.point(7));
+    for (const int type : {1, 156}) {
+      TouchCurD c = emptyRecord();
+      slSetArc(&c, type, 143, start, centre, end, 1, 0, 1);
+      Float3 out{};
+      slTouchCurTransCoord(&c, 55, nullptr, to, out);
+      EXPECT_EQ(out, carried(end, to, start));
+      EXPECT_EQ(pointAt(c.centre), type == 1 ? centre : carried(centre, to, start));
+    }
+    // Of the offset, the radius at the start is a float vector; the one at the end is not.
+    const float dist = random.number(-2, 2), radius = random.number(1, 5);
+    const Float3 toStart = narrow(widen(start) - widen(centre));
+    TouchCurD c = emptyRecord();
+    slSetArc(&c, 146, 143, start, centre, end, radius, 0, 1);
+    slTouchCurDOffset(dist, toStart, &c);  // outward
+    const double factor = double{dist} / radius;
+    EXPECT_EQ(pointAt(c.startPnt), carried(start, toStart, Float3{}, factor));
+    EXPECT_EQ(pointAt(c.endPnt), carried(end, end, centre, factor));
+  }
+}
+
 TEST(TouchCurOffset, lineMovesPerpendicularTowardTheReference) {
   RandomGeometry random(52);
   for (int round = 0; round < 2000; ++round) {

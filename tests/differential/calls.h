@@ -8,7 +8,9 @@
 #include <iterator>
 #include <tuple>
 #include <type_traits>
+#include <typeindex>
 #include <utility>
+#include <vector>
 
 #include "differential/scene.h"
 #include "zel/containers/point3d_arr.h"
@@ -35,7 +37,8 @@ struct Argument {
       value = static_cast<Parameter>(scene.ints(ints)[row]);
     }
   }
-  Parameter pass() { return value; }
+  Parameter pass(void* /*place*/) { return value; }
+  void* place() { return nullptr; }
   bool operator==(const Argument& other) const { return isSame(value, other.value); }
 
   Parameter value;
@@ -64,14 +67,14 @@ requires(std::is_pointer_v<Parameter> ||
       numbers[1] = std::bit_cast<float>(scene.codes[Scene::kRows - 1 - row]);
     }
   }
-  Parameter pass() {
-    using Plain = std::remove_reference_t<Parameter>;
+  Parameter pass(void* place) {
     if constexpr (std::is_reference_v<Parameter>) {
-      return *reinterpret_cast<Plain*>(numbers);
+      return *static_cast<std::remove_reference_t<Parameter>*>(place);
     } else {
-      return reinterpret_cast<Plain>(numbers);
+      return static_cast<Parameter>(place);
     }
   }
+  void* place() { return numbers; }
   bool operator==(const Argument& other) const {
     return std::memcmp(numbers, other.numbers, sizeof numbers) == 0 ||
            std::equal(std::begin(numbers), std::end(numbers), other.numbers, isSame<Number>);
@@ -87,18 +90,25 @@ struct Argument<const Point3DArr&> {
       points.AddItemM(&scene.blocks[row][i]);
     }
   }
-  const Point3DArr& pass() { return points; }
+  const Point3DArr& pass(void* /*place*/) { return points; }
+  void* place() { return nullptr; }
   bool operator==(const Argument& /*other*/) const { return true; }
 
   Point3DArr points;
+};
+
+/// An output that starts with the numbers of an input of the same type, or takes its place.
+struct Overlay {
+  std::size_t input, output;
+  bool shared;
 };
 
 /// What a function answered and made of its arguments.
 template <class Result, class... Parameters>
 class Call {
  public:
-  Call(Result (*function)(Parameters...), const Scene& scene, Ints ints)
-      : Call(function, scene, ints, std::index_sequence_for<Parameters...>()) {}
+  Call(Result (*function)(Parameters...), const Scene& scene, Ints ints, const Overlay* overlay)
+      : Call(function, scene, ints, overlay, std::index_sequence_for<Parameters...>()) {}
 
   bool operator==(const Call& other) const {
     if constexpr (!std::is_void_v<Result>) {
@@ -111,19 +121,56 @@ class Call {
 
  private:
   template <std::size_t... Rows>
-  Call(Result (*function)(Parameters...), const Scene& scene, Ints ints,
+  Call(Result (*function)(Parameters...), const Scene& scene, Ints ints, const Overlay* overlay,
        std::index_sequence<Rows...> /*rows*/)
-      : arguments_(Argument<Parameters>(scene, Rows, ints)...) {
+      : arguments_(Argument<Parameters>(
+            scene, overlay != nullptr && Rows == overlay->output ? overlay->input : Rows,
+            ints)...) {
+    void* const own[]{std::get<Rows>(arguments_).place()...};
+    void* places[]{own[Rows]...};
+    if (overlay != nullptr && overlay->shared) {
+      places[overlay->output] = own[overlay->input];
+    }
     if constexpr (std::is_void_v<Result>) {
-      function(std::get<Rows>(arguments_).pass()...);
+      function(std::get<Rows>(arguments_).pass(places[Rows])...);
     } else {
-      result_ = function(std::get<Rows>(arguments_).pass()...);
+      result_ = function(std::get<Rows>(arguments_).pass(places[Rows])...);
+    }
+    if (overlay != nullptr) {  // only the output counts
+      const std::size_t bytes = 64 * sizeof(float);
+      std::memcpy(own[overlay->shared ? overlay->output : overlay->input], places[overlay->output],
+                  bytes);
     }
   }
 
   std::tuple<Argument<Parameters>...> arguments_;
   std::conditional_t<std::is_void_v<Result>, int, Result> result_{};
 };
+
+/// The pairs of an input and an output that may be the same numbers.
+template <class... Parameters>
+std::vector<Overlay> overlaysOf() {
+  struct Kind {
+    std::type_index type;
+    bool isPlace, isConst;
+  };
+  const Kind kinds[]{
+      {typeid(
+           std::remove_all_extents_t<std::remove_pointer_t<std::remove_reference_t<Parameters>>>),
+       std::is_pointer_v<Parameters> || std::is_reference_v<Parameters>,
+       std::is_const_v<std::remove_all_extents_t<
+           std::remove_pointer_t<std::remove_reference_t<Parameters>>>>}...};
+  std::vector<Overlay> overlays;
+  for (std::size_t in = 0; in < std::size(kinds); ++in) {
+    for (std::size_t out = 0; out < std::size(kinds); ++out) {
+      if (kinds[in].isPlace && kinds[in].isConst && kinds[out].isPlace && !kinds[out].isConst &&
+          kinds[in].type == kinds[out].type) {
+        overlays.push_back({in, out, false});
+      }
+    }
+  }
+  return overlays;
+}
 
 /// A function of the library, whatever its signature.
 class Function {
@@ -132,11 +179,12 @@ class Function {
   Function(Result (*function)(Parameters...), Ints ints = Ints::kCounts)  // NOLINT: a table entry
       : address_(reinterpret_cast<const void*>(function)),
         ints_(ints),
-        agree_([](const void* a, const void* b, const Scene& scene, Ints kind) {
-          using Pointer = Result (*)(Parameters...);
-          using Made = Call<Result, Parameters...>;
-          const auto call = [&](const void* code) {
-            return Made(reinterpret_cast<Pointer>(const_cast<void*>(code)), scene, kind);
+        overlays_(overlaysOf<Parameters...>()),
+        agree_([](const Side& a, const Side& b, const Scene& scene, Ints kind) {
+          const auto call = [&](const Side& side) {
+            using Pointer = Result (*)(Parameters...);
+            return Call<Result, Parameters...>(
+                reinterpret_cast<Pointer>(const_cast<void*>(side.code)), scene, kind, side.overlay);
           };
           return call(a) == call(b);
         }) {}
@@ -144,13 +192,25 @@ class Function {
   [[nodiscard]] const void* address() const { return address_; }
   /// Whether a twin, a function of the same signature, does the same to the same arguments.
   [[nodiscard]] bool agreesWith(const void* twin, const Scene& scene) const {
-    return agree_(address_, twin, scene, ints_);
+    return agree_({address_, nullptr}, {twin, nullptr}, scene, ints_);
+  }
+  [[nodiscard]] const std::vector<Overlay>& overlays() const { return overlays_; }
+  /// Whether it makes the same output in the place of an input as elsewhere.
+  [[nodiscard]] bool allows(Overlay overlay, const Scene& scene) const {
+    const Overlay shared{overlay.input, overlay.output, true};
+    return agree_({address_, &overlay}, {address_, &shared}, scene, ints_);
   }
 
  private:
+  struct Side {
+    const void* code;
+    const Overlay* overlay;
+  };
+
   const void* address_;
   Ints ints_;
-  bool (*agree_)(const void* a, const void* b, const Scene& scene, Ints ints);
+  std::vector<Overlay> overlays_;
+  bool (*agree_)(const Side& a, const Side& b, const Scene& scene, Ints ints);
 };
 
 template <class Signature>

@@ -13,18 +13,12 @@
 #include <set>
 #include <string>
 
+#include "differential/exported_name.h"
 #include "differential/functions.h"
 
 namespace {
 
 using namespace zel::test;  // NOLINT
-
-/// The mangled name of an exported function.
-std::string nameOf(const void* address) {
-  Dl_info info{};
-  const bool found = dladdr(address, &info) != 0 && info.dli_saddr == address;
-  return found ? info.dli_sname : "";
-}
 
 /// The library's code as it was compiled without optimisation, beside libzel.
 class Unoptimised : public testing::Test {
@@ -36,7 +30,7 @@ class Unoptimised : public testing::Test {
 TEST_F(Unoptimised, everyExportedFunctionIsCompared) {
   std::set<std::string> compared;
   for (const Function& function : kFunctions) {
-    EXPECT_TRUE(compared.insert(nameOf(function.address())).second) << "twice or unnamed";
+    EXPECT_TRUE(compared.insert(exportedName(function.address())).second) << "twice or unnamed";
   }
   const std::unique_ptr<FILE, int (*)(FILE*)> table(
       popen("nm -D --defined-only --format=posix '" ZEL_UNOPTIMISED "'", "r"), pclose);
@@ -57,8 +51,8 @@ TEST_F(Unoptimised, agreesToTheBit) {
   ASSERT_NE(module_, nullptr) << dlerror();
   std::map<const void*, const void*> twins;
   for (const Function& function : kFunctions) {
-    const void* twin = dlsym(module_.get(), nameOf(function.address()).c_str());
-    ASSERT_NE(twin, nullptr) << nameOf(function.address());
+    const void* twin = dlsym(module_.get(), exportedName(function.address()).c_str());
+    ASSERT_NE(twin, nullptr) << exportedName(function.address());
     ASSERT_NE(twin, function.address());
     twins[function.address()] = twin;
   }
@@ -68,7 +62,7 @@ TEST_F(Unoptimised, agreesToTheBit) {
     const Scene scene = scenes.next();
     for (const Function& function : kFunctions) {
       if (!function.agreesWith(twins[function.address()], scene)) {
-        ++differing[nameOf(function.address())];
+        ++differing[exportedName(function.address())];
       }
     }
   }

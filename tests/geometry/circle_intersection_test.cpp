@@ -118,6 +118,17 @@ TEST(CircleIntersection, segmentHitsAreThoseOfItsLineBetweenItsEnds) {
   EXPECT_GT(twice, 100);
 }
 
+TEST(CircleIntersection, segmentOfWhichNothingIsKnownHasNoPoint) {
+  const Float3 a{-2, 0.1F}, b{2, 0.2F}, c{0.3F, 0};
+  const SegmentHits all[]{hitCircle(a, b, Float3{NAN, 0}, 1), hitCircle(a, b, Float3{0, NAN}, 1),
+                          hitCircle(Float3{NAN, 0}, b, c, 1), hitCircle(Float3{0, NAN}, b, c, 1),
+                          hitCircle(a, b, c, NAN)};
+  for (const SegmentHits& hits : all) {
+    EXPECT_EQ(hits.result, 1);
+    EXPECT_EQ(hits.count, 0);
+  }
+}
+
 TEST(CircleIntersection, segmentEndsOnTheCircleFollowTheStatedComparisons) {
   const auto expectHits = [](float from, float to, int count, float first) {
     const SegmentHits h = hitCircle(Float3{from}, Float3{to}, Float3{}, 1);  // along x

@@ -78,6 +78,40 @@ TEST(Tubes, shortNoisyArcIsNotPulledInward) {
   EXPECT_NEAR(mean, 10, 0.3);
 }
 
+TEST(Tubes, circlesThatMissThePointsAreRefused) {
+  // Short noisy arcs: the best circles are nearly lines, of radii up to 1e15.
+  RandomGeometry random(173);
+  int refused = 0;
+  for (int repeat = 0; repeat < 4000; ++repeat) {
+    const double sweep = random.number(0.05, 0.6), noise = random.number(0, 0.06);
+    const Double3 axis = random.flatPoint(5);
+    std::vector<Double3> points;
+    for (int k = 0; k < 3 + repeat % 20; ++k) {
+      const double reach = 1 + random.number(-noise, noise);
+      points.push_back(widen(narrow(axis + reach * flatDirection(random.number(0, sweep)))));
+    }
+    double low[2]{1e9, 1e9}, high[2]{-1e9, -1e9};
+    for (const Double3& p : points) {
+      for (const std::size_t i : {0U, 1U}) {
+        low[i] = std::fmin(low[i], p[i]);
+        high[i] = std::fmax(high[i], p[i]);
+      }
+    }
+    const double extent = std::fmax(high[0] - low[0], high[1] - low[1]);
+    const Tube tube(arrayOf(points));
+    refused += tube.result == 0 ? 1 : 0;
+    if (tube.result == 0) {
+      EXPECT_EQ(tube.centre[0] + tube.centre[1] + tube.radius, 24.0F);
+      continue;
+    }
+    EXPECT_LE(tube.radius, 1.0001e4 * extent);
+    const double squares = squaredErrors(points, tube.centre[0], tube.centre[1], tube.radius);
+    EXPECT_LE(std::sqrt(squares / static_cast<double>(points.size())), 0.1001 * extent);
+  }
+  EXPECT_GT(refused, 10);
+  EXPECT_LT(refused, 1000) << "most are tubes";
+}
+
 TEST(Tubes, threePointsGiveTheirCircleAndHolesDoNotCount) {
   Point3DArr pts = arrayOf({{1, 0, 5}, {0, 1, 6}, {77, 3, 1}, {-1, 0, 7}});
   pts.DelItemM(2);

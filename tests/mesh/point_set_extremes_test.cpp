@@ -85,6 +85,39 @@ TEST(FarthestTwoPoints, agreesWithTheWalkOnManyShapes) {
   }
 }
 
+TEST(FarthestTwoPoints, firstOfInfiniteDistancesWins) {
+  std::mt19937 random(20240818);
+  std::normal_distribution<float> normal;
+  std::uniform_int_distribution<int> lattice(0, 6);
+  const auto whole = [&] { return static_cast<float>(lattice(random)); };
+  // Squared distances from 3.4e38 on are infinite: of a few pairs, of most, of late ones only.
+  const auto scaled = [&](float scale) {
+    return [&, scale](int) {
+      return Point{normal(random), scale * normal(random), 0.1F * scale * whole()};
+    };
+  };
+  const auto farAtLast = [&](int i) {
+    return Point{normal(random), i % 97 > 80 ? 5e18F * normal(random) : normal(random), 0.0F};
+  };
+  // A common infinite coordinate makes a distance that is not a number.
+  const auto infinite = [&](int i) {
+    const float rare[]{INFINITY, -INFINITY, NAN, 3e38F, -3e38F};
+    const auto number = [&] { return i % 5 != 0 ? normal(random) : rare[lattice(random) % 5]; };
+    return Point{i % 3 == 0 ? INFINITY : 1.0F, number(), i % 2 == 0 ? number() : INFINITY};
+  };
+  const auto allInfinite = [&](int i) { return Point{INFINITY, whole(), i % 100 == 99 ? NAN : 1}; };
+  const std::pair<const char*, PointOfIndex> shapes[] = {{"few", scaled(4e18F)},
+                                                         {"most", scaled(1e30F)},
+                                                         {"far at last", farAtLast},
+                                                         {"infinite", infinite},
+                                                         {"all infinite", allInfinite}};
+  for (int round = 0; round < 60; ++round) {
+    for (const auto& [name, shape] : shapes) {
+      expectLikeWalk(pointsFrom(5 * round + 10, shape), 0, -1, name);
+    }
+  }
+}
+
 TEST(FarthestTwoPoints, honoursStartCountAndHoles) {
   std::mt19937 random(5);
   std::uniform_real_distribution<float> uniform(-1.0F, 1.0F);

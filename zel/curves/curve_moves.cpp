@@ -1,5 +1,6 @@
 #include "zel/core/constants.h"
 #include "zel/curves/detail/touch_cur.h"
+#include "zel/geometry/detail/lines.h"
 #include "zel/geometry/lengths.h"
 #include "zel/geometry/scalars.h"
 #include "zel/geometry/vectors.h"
@@ -8,12 +9,13 @@ using zel::dot;
 using zel::kTolerance;
 using zel::kTwoPi;
 using zel::Vec3;
+using zel::Vec3d;
 
 namespace {
 
 constexpr int kCarryLineAlong = 55;
 
-void shift(Vec3 d, float p[3]) { (Vec3(p) + d).store(p); }
+void shift(Vec3d d, float p[3]) { zel::sum(p, d).store(p); }
 
 float mirrored(float z, float axisZ) { return zel::roundToFloat(2.0 * axisZ - z); }
 
@@ -28,7 +30,7 @@ void orderAngles(TouchCurD& arc) {
 
 int startLineAt(TouchCurD& line, bool carryAlong, Vec3 p, float* out) {
   if (carryAlong) {
-    shift(p - Vec3(line.startPnt), line.endPnt);
+    shift(zel::difference(p, line.startPnt), line.endPnt);
   }
   if (zel::isCollapsed(line)) {
     p.store(line.endPnt);
@@ -42,7 +44,7 @@ int startArcAt(TouchCurD& arc, Vec3 p, float* out) {
   const bool forward = arc.direction == zel::kCurveForward;
   float* start = forward ? arc.startPnt : arc.endPnt;
   float* finish = forward ? arc.endPnt : arc.startPnt;
-  const Vec3 d = p - Vec3(start);
+  const Vec3d d = zel::difference(p, start);
   p.store(start);
   shift(d, finish);
   shift(d, arc.centre);
@@ -66,14 +68,15 @@ void offsetArc(float dist, Vec3 ref, TouchCurD& arc) {
   const int side = slSign(zel::roundToFloat(dot(radius, ref)));
   const double factor = static_cast<double>(side) * dist / arc.radius1;
   zel::along(arc.startPnt, factor, radius).store(arc.startPnt);
-  zel::along(arc.endPnt, factor, Vec3(arc.endPnt) - Vec3(arc.centre)).store(arc.endPnt);
+  const Vec3d toEnd = zel::difference(arc.endPnt, arc.centre);
+  shift({factor * toEnd.x, factor * toEnd.y, factor * toEnd.z}, arc.endPnt);
   arc.radius1 += static_cast<float>(side) * dist;
 }
 
 }  // namespace
 
 void slTouchCurDMove(const float d[3], TouchCurD* c) {
-  const Vec3 step = d;
+  const Vec3d step{d[0], d[1], d[2]};
   shift(step, c->startPnt);
   shift(step, c->endPnt);
   if (c->type != zel::kCurveLine) {

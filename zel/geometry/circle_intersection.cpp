@@ -25,7 +25,7 @@ struct Crossings {
   double parameters[2]{};
 };
 
-/// Picks the crossings that lie on the segment.
+/// Picks the crossings that lie on the segment. A NaN of which nothing can be said has none.
 /// @param t      parameter of the foot of the circle's centre
 /// @param half   half the chord, in parameters
 /// @param square squared radius; squareA, squareB the squared distances of the ends
@@ -36,8 +36,11 @@ Crossings pickCrossings(double t, double half, double square, double squareA, do
   if (t > 1.0) {
     return squareB > square || squareA < square ? Crossings{} : Crossings{1, {t - half}};
   }
-  if (squareA <= square) {
+  if (t >= 0.0 && t <= 1.0 && squareA <= square) {
     return squareB <= square ? Crossings{} : Crossings{1, {t + half}};
+  }
+  if (!(t >= 0.0 && t <= 1.0 && squareA > square)) {
+    return {};
   }
   return squareB > square ? Crossings{2, {t + half, t - half}} : Crossings{1, {t - half}};
 }
@@ -116,12 +119,13 @@ int slLineIntCircle(const float* a, const float* b, const float* c, float r, flo
   const Crossings found = pickCrossings(t, half, square, zel::planeSquareDistance(c, a),
                                         zel::planeSquareDistance(c, b));
   const double start[2]{a[0], a[1]};
+  const float centre[2]{c[0], c[1]};
   const double along[2]{b[0] - start[0], b[1] - start[1]};
   const auto write = [&](double s, float* p, float* parameter, float* angle) {
     p[0] = static_cast<float>(start[0] + s * along[0]);
     p[1] = static_cast<float>(start[1] + s * along[1]);
     *parameter = static_cast<float>(s);
-    *angle = slGetCircleAng(c, p, r);
+    *angle = slGetCircleAng(centre, p, r);
   };
   if (found.count > 0) {
     write(found.parameters[0], p1, t1, ang1);

@@ -21,7 +21,7 @@ ZEL_API int slIntersectLineSphere(const float c[3], float r, const float a[3], c
 /// With t the parameter of the foot of c: for t in [0, 1] the ends count as inside when they lie on
 /// the circle; for t < 0 or t > 1 the segment has a point when its near end is inside or on the
 /// circle and its far end is outside or on it. Segments shorter than 0.01 count as having their
-/// foot at a with t = 1 (`slGetLineFoot`).
+/// foot at a with t = 1 (`slGetLineFoot`). Where t is not a number there is no point.
 /// @param[out] p1, t1, ang1  first point (x and y), its parameter on the segment and its angle on
 ///   the circle (`slGetCircleAng`); of two points the one farther from a
 /// @param[out] p2, t2, ang2  second point

@@ -130,13 +130,15 @@ int slRightInter(float px, float py, const float a[2], const float b[2], float h
     return kNoCrossing;
   }
   const double ax = a[0], ay = a[1];
-  *t = static_cast<float>((py - ay) / (b[1] - ay));
-  hit[0] = static_cast<float>(ax + *t * (b[0] - ax));
+  const float parameter = static_cast<float>((py - ay) / (b[1] - ay));
+  const float x = static_cast<float>(ax + parameter * (b[0] - ax));
+  *t = parameter;
+  hit[0] = x;
   hit[1] = py;
-  if (deadAbs(hit[0] - px) < kTolerance) {
+  if (deadAbs(x - px) < kTolerance) {
     return kOnEdge;
   }
-  return hit[0] > px ? kCrossing : kNoCrossing;
+  return x > px ? kCrossing : kNoCrossing;
 }
 
 int slPointInterFaceM(const float (*poly)[2], int count, const float p[2]) {

@@ -110,9 +110,11 @@ int slIntersectLines2D(const float p[2], const float u[2], const float b0[2], co
         (static_cast<double>(b1[0]) - p[0]) * u[0] + (static_cast<double>(b1[1]) - p[1]) * u[1];
     return meetParallel(toFirst, toSecond, t, s);
   }
-  *t = static_cast<float>(planeCross(w, e, 0, 1) / determinant);
-  *s = static_cast<float>(planeCross(w, u, 0, 1) / determinant);
-  return *t > -kTolerance && zel::isOnSegment(*s) ? 1 : 0;
+  const float onRay = static_cast<float>(planeCross(w, e, 0, 1) / determinant);
+  const float onSegment = static_cast<float>(planeCross(w, u, 0, 1) / determinant);
+  *t = onRay;
+  *s = onSegment;
+  return onRay > -kTolerance && zel::isOnSegment(onSegment) ? 1 : 0;
 }
 
 int slIntersecLines(const float a0[3], const float u[3], const float b0[3], const float b1[3],

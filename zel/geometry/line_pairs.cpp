@@ -68,11 +68,12 @@ float distanceToSegment(const float* a, const float* b, const float* p, float* f
 
 int slJudgeLineCoPlane(const float a0[3], const float a1[3], const float b0[3], const float b1[3],
                        float n[3]) {
+  const Vec3 last = b1;
   float d = 0.0F;
   if (slGetPlaneEquation(a0, a1, b0, n, &d) == 0) {
     return kCoplanar;
   }
-  return zel::deadAbsF(d + zel::dot(b1, n)) < kTolerance ? kCoplanar : kSkew;
+  return zel::deadAbsF(d + zel::dot(last, n)) < kTolerance ? kCoplanar : kSkew;
 }
 
 int slGetInfLinesCoPerpenticular(const float a0[3], const float a1[3], const float b0[3],
@@ -113,12 +114,15 @@ int slGetLinesCoPerpenticular(const float a0[3], const float a1[3], const float 
 
 void slGetCoPlaneLineDist(const float a0[3], const float a1[3], const float b0[3],
                           const float b1[3], float* t, float* s, float* dist) {
-  if (slIntersectLines3D(a0, a1, b0, b1, t, s) == 1 && isOnSegment(*t, kFirstCrossingEnd) &&
-      isOnSegment(*s)) {
+  Nearest best;
+  if (slIntersectLines3D(a0, a1, b0, b1, &best.t, &best.s) == 1 &&
+      isOnSegment(best.t, kFirstCrossingEnd) && isOnSegment(best.s)) {
+    *t = best.t;
+    *s = best.s;
     *dist = 0.0F;
     return;
   }
-  Nearest best;
+  best = {};
   float foot;
   float distance = distanceToSegment(a0, a1, b0, &foot);
   if (distance < best.distance) {

@@ -18,10 +18,13 @@ float slProjectPntToLine(const float a[3], const float b[3], const float p[3], f
 
 float slGetPntLineDistByVect(const float a[3], const float u[3], const float p[3], float* t) {
   const zel::Vec3d w = zel::difference(p, a);
-  *t = static_cast<float>(zel::dot(w, u));
-  const double s = *t;
-  return zel::length({zel::roundToFloat(w.x - s * u[0]), zel::roundToFloat(w.y - s * u[1]),
-                      zel::roundToFloat(w.z - s * u[2])});
+  const Vec3 direction = u;
+  const float parameter = static_cast<float>(zel::dot(w, direction));
+  const double s = parameter;
+  *t = parameter;
+  return zel::length({zel::roundToFloat(w.x - s * direction.x),
+                      zel::roundToFloat(w.y - s * direction.y),
+                      zel::roundToFloat(w.z - s * direction.z)});
 }
 
 float slGetPntLineDist(const float a[3], const float b[3], const float p[3], float* t) {
@@ -39,8 +42,8 @@ float slGetPntLineSquareDist(const float a[3], const float b[3], const float p[3
 float slGetPntLineDist2D(const float a[2], const float b[2], const float p[2], float* t) {
   const auto flat = [](const float* q) { return Vec3(q[0], q[1], 0.0F); };
   const zel::LineFoot foot = zel::footOnLine(flat(a), flat(b), flat(p));
-  *t = foot.t;
   const Vec3 d = flat(b) - flat(a);
+  *t = foot.t;
   const double side =
       static_cast<double>(d.x) * foot.offset.y - static_cast<double>(d.y) * foot.offset.x;
   const float distance = zel::length({foot.offset.x, foot.offset.y, 0.0F});
@@ -52,13 +55,14 @@ int slGetLineFoot(const float a[2], const float b[2], const float p[2], float fo
   const double ax = a[0], ay = a[1];
   if (!(squareLength >= zel::kTolerance)) {
     *t = 1.0F;
-    foot[0] = a[0];
-    foot[1] = a[1];
+    foot[0] = static_cast<float>(ax);
+    foot[1] = static_cast<float>(ay);
     return 1;
   }
   const double dx = b[0] - ax, dy = b[1] - ay;
-  *t = static_cast<float>((dx * (p[0] - ax) + dy * (p[1] - ay)) / squareLength);
-  const double s = *t;
+  const float parameter = static_cast<float>((dx * (p[0] - ax) + dy * (p[1] - ay)) / squareLength);
+  const double s = parameter;
+  *t = parameter;
   foot[0] = static_cast<float>(ax + s * dx);
   foot[1] = static_cast<float>(ay + s * dy);
   return 1;

@@ -49,10 +49,12 @@ void slGenerateMoveMatrix(const float v[3], float scale, float m[16]) {
 }
 
 void slGenScaleMatrix(const float centre[3], const float s[3], float m[16]) {
+  const float factors[3]{s[0], s[1], s[2]};
+  const float fixed[3]{centre[0], centre[1], centre[2]};
   slSetIdentity(m);
   for (std::ptrdiff_t i = 0; i < 3; ++i) {
-    m[5 * i] = s[i];
-    m[12 + i] = static_cast<float>((1.0 - s[i]) * centre[i]);
+    m[5 * i] = factors[i];
+    m[12 + i] = static_cast<float>((1.0 - factors[i]) * fixed[i]);
   }
 }
 

@@ -22,8 +22,7 @@ ZEL_API void slGenScaleMatrix(const float centre[3], const float s[3], float m[1
 
 // --- products ---------------------------------------------------------------------------------
 
-/// c = a b. Each partial sum is rounded to float. c must not share storage with a or b (use one of
-/// the two functions below). @return 1.
+/// c = a b. Each partial sum is rounded to float. @return 1.
 ZEL_API int slMultiMatrix(const float a[16], const float b[16], float c[16]);
 /// b = a b. @return 1.
 ZEL_API int slSetMatrixByMulti(const float a[16], float b[16]);
@@ -53,7 +52,7 @@ ZEL_API int slMatrixTrans16MultiVector3(const float m[16], float v[3]);
 
 // --- inversion and fitting --------------------------------------------------------------------
 
-/// General inverse by cofactors. b may be a.
+/// General inverse by cofactors.
 /// @return 1, or 0 with b untouched when the magnitude of the determinant is at most 0.0001. That
 ///   bound is absolute: a scaling by 0.04 along all axes has no inverse here.
 ZEL_API int slInverseMatrixM(const float a[16], float b[16]);

@@ -36,13 +36,15 @@ void slGenMatrixToLocal(const XYCoordSysD& cs, float m[16]) {
 void slGenMatrixToLocal(const float origin[3], const float x[3], const float y[3], const float z[3],
                         float m[16]) {
   const float* axes[3]{x, y, z};
-  slSetIdentity(m);
+  float local[16];
+  slSetIdentity(local);
   for (int row = 0; row < 3; ++row) {
     for (int column = 0; column < 3; ++column) {
-      m[row + 4 * column] = axes[row][column];
+      local[row + 4 * column] = axes[row][column];
     }
-    m[12 + row] = static_cast<float>(-zel::dot(axes[row], origin));
+    local[12 + row] = static_cast<float>(-zel::dot(axes[row], origin));
   }
+  std::copy_n(local, 16, m);
 }
 
 int slTransToWorld(const float x[3], const float y[3], const float z[3], const float v[3],

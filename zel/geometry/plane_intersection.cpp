@@ -72,11 +72,13 @@ int slRadialIntersectFaceM(const float p[3], const float u[3], const float (*pts
   if (shape != 2) {
     return shape;
   }
-  const int result = slRadialIntersectPlane(p, u, n, zel::planeOffset(pts[0], n), out);
-  if (result != 1) {
-    return result;
+  float hit[3]{out[0], out[1], out[2]};
+  int result = slRadialIntersectPlane(p, u, n, zel::planeOffset(pts[0], n), hit);
+  if (result == 1 && slJudgePntInPolygon(count, pts, n, hit) == 1) {
+    result = 0;
   }
-  return slJudgePntInPolygon(count, pts, n, out) == 1 ? 0 : 1;
+  zel::Vec3(hit).store(out);
+  return result;
 }
 
 int slJudgeRadialThroughPntM(const float p[3], const float u[3], const float q[2], float r,

@@ -20,11 +20,10 @@ bool storeDirection(Vec3 v, float* out) {
   return hasDirection;
 }
 
-}  // namespace
-
-int slPlaneNormal(const float p0[3], const float p1[3], const float p2[3], float n[3]) {
-  const Vec3 a = Vec3(p1) - p0;
-  const Vec3 b = Vec3(p2) - p0;
+/// The exported function on points that `n` may overwrite.
+int planeNormal(Vec3 p0, Vec3 p1, Vec3 p2, float* n) {
+  const Vec3 a = p1 - p0;
+  const Vec3 b = p2 - p0;
   const double squareA = zel::squareLength(a);
   const double squareB = zel::squareLength(b);
   if (squareA <= zel::kSquareTolerance || squareB <= zel::kSquareTolerance) {
@@ -35,6 +34,12 @@ int slPlaneNormal(const float p0[3], const float p1[3], const float p2[3], float
   const bool done = !collinear && zel::normalize(normal);
   normal.store(n);
   return done ? 1 : 0;
+}
+
+}  // namespace
+
+int slPlaneNormal(const float p0[3], const float p1[3], const float p2[3], float n[3]) {
+  return planeNormal(p0, p1, p2, n);
 }
 
 int slGetPlaneEquation(const float p0[3], const float p1[3], const float p2[3], float n[3],
@@ -51,10 +56,11 @@ float slGetPlaneEquation(const float p[3], const float n[3]) { return zel::plane
 
 int slGetPlaneFourPnt(const float p0[3], const float p1[3], const float p2[3], const float p3[3],
                       float n[3]) {
-  Vec3 toFourth = Vec3(p3) - p0;
-  if (slPlaneNormal(p0, p1, p2, n) == 0) {
-    return slPlaneNormal(p0, p1, p3, n);
+  const Vec3 first = p0, second = p1, fourth = p3;
+  if (planeNormal(first, second, p2, n) == 0) {
+    return planeNormal(first, second, fourth, n);
   }
+  Vec3 toFourth = fourth - first;
   if (!zel::normalize(toFourth)) {
     return 1;
   }
@@ -87,9 +93,8 @@ void slTransPntToPlane(float p[3], const XYCoordSysD& cs) {
 
 void slTransVectToPlane(float v[3], const float x[3], const float y[3]) {
   const Vec3 vector = v;
-  v[0] = static_cast<float>(dot(vector, x));
-  v[1] = static_cast<float>(dot(vector, y));
-  v[2] = 0.0F;
+  const Vec3 flat(zel::roundToFloat(dot(vector, x)), zel::roundToFloat(dot(vector, y)), 0.0F);
+  flat.store(v);
 }
 
 int slJudgePntCoPlane(int count, const float (*pts)[3], float n[3]) {
@@ -98,25 +103,24 @@ int slJudgePntCoPlane(int count, const float (*pts)[3], float n[3]) {
   if (count < 1 || slGetVectBtPntsNZero(pts[0], count, pts, &next, direction) == 0) {
     return 4;
   }
-  if (slGetNormNZero(pts[0], direction, count, pts, &next, n) == 0) {
-    return 5;
-  }
+  float normal[3]{n[0], n[1], n[2]};
+  int result = slGetNormNZero(pts[0], direction, count, pts, &next, normal) == 0 ? 5 : 2;
   float other[3];
-  while (slGetNormNZero(pts[0], direction, count, pts, &next, other) == 1) {
-    if (zel::length(zel::cross(n, other)) > kTolerance) {
-      return 3;
-    }
+  while (result == 2 && slGetNormNZero(pts[0], direction, count, pts, &next, other) == 1) {
+    result = zel::length(zel::cross(normal, other)) > kTolerance ? 3 : 2;
   }
-  return 2;
+  Vec3(normal).store(n);
+  return result;
 }
 
 int slGetVectBtPntsNZero(const float base[3], int count, const float (*pts)[3], int* next,
                          float v[3]) {
+  const Vec3 origin = base;
   if (*next < 0) {
     *next = 0;
   }
   while (*next < count) {
-    const Vec3 difference = Vec3(pts[*next]) - base;
+    const Vec3 difference = Vec3(pts[*next]) - origin;
     ++*next;
     if (storeDirection(difference, v)) {
       return 1;
@@ -127,9 +131,11 @@ int slGetVectBtPntsNZero(const float base[3], int count, const float (*pts)[3], 
 
 int slGetNormNZero(const float base[3], const float dir[3], int count, const float (*pts)[3],
                    int* next, float n[3]) {
+  const float origin[3]{base[0], base[1], base[2]};
+  const Vec3 direction = dir;
   float v[3];
-  while (slGetVectBtPntsNZero(base, count, pts, next, v) == 1) {
-    if (storeDirection(zel::cross(dir, v), n)) {
+  while (slGetVectBtPntsNZero(origin, count, pts, next, v) == 1) {
+    if (storeDirection(zel::cross(direction, v), n)) {
       return 1;
     }
   }

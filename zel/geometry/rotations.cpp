@@ -21,7 +21,8 @@ bool isAtOrigin(Vec3 p) {
 }
 
 /// Makes a rotation about the origin one about `point`: T(point) m T(-point).
-void moveCentreTo(const float point[3], float m[16]) {
+void moveCentreTo(Vec3 centre, float m[16]) {
+  const float point[3]{centre.x, centre.y, centre.z};
   float move[16];
   float moved[16];
   slGenerateMoveMatrix(point, 1.0F, move);
@@ -97,9 +98,10 @@ void slGenerateRotateMatrix(const float axis[3], float angle, float m[16]) {
 }
 
 void slGetRotateMatrix(const float point[3], const float axis[3], float angle, float m[16]) {
+  const Vec3 centre = point;
   slGenerateRotateMatrix(axis, angle, m);
-  if (!isAtOrigin(point)) {
-    moveCentreTo(point, m);
+  if (!isAtOrigin(centre)) {
+    moveCentreTo(centre, m);
   }
 }
 
@@ -128,9 +130,10 @@ void slGenVectToZMatrix(const float point[3], const float dir[3], float m[16]) {
 }
 
 void slGenVectToXMatrix(const float point[3], const float dir[3], float m[16]) {
+  const Vec3 centre = point;
   slRotateByZExt(dir[0], -dir[1], m);
-  if (!isAtOrigin(point)) {
-    moveCentreTo(point, m);
+  if (!isAtOrigin(centre)) {
+    moveCentreTo(centre, m);
   }
 }
 
@@ -161,9 +164,10 @@ void slGenMatrixToSpRadials(const float p[3], const float u[3], const float q[3]
                             float m[16]) {
   const TurnsToZ of(u);
   const TurnsToZ to(w);
+  const Vec3 move = Vec3(p) - q;
   const auto product = [](double a, double b, double c) { return static_cast<float>(a * b * c); };
   slSetIdentity(m);
-  (Vec3(p) - q).store(m + 12);
+  move.store(m + 12);
   m[0] = of.cosA * to.cosA;
   m[1] = -product(of.sinA, to.sinA, to.cosB);
   m[4] = -product(of.sinA, of.cosB, to.sinA);

@@ -1,5 +1,6 @@
 #include "zel/geometry/tubes.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "zel/containers/point3d_arr.h"
@@ -18,13 +19,19 @@ class FlatPoints {
       : points_(pts.getCurrentItemPrtConstM()), bound_(pts.GetBoundM()) {
     forEach([&](Point) { count_ += 1.0; });
     Point sum{0.0, 0.0};
-    forEach([&](Point p) { sum = {sum.x + p.x, sum.y + p.y}; });
+    forEach([&](Point p) {
+      sum = {sum.x + p.x, sum.y + p.y};
+      low_ = {std::min(low_.x, p.x), std::min(low_.y, p.y)};
+      high_ = {std::max(high_.x, p.x), std::max(high_.y, p.y)};
+    });
     origin_ = {sum.x / count_, sum.y / count_};
     double squares = 0.0;
     forEach([&](Point p) { squares += p.x * p.x + p.y * p.y; });
     scale_ = std::sqrt(squares / count_);
   }
 
+  /// The larger side of the rectangle around them.
+  [[nodiscard]] double extent() const { return std::max(high_.x - low_.x, high_.y - low_.y); }
   /// Root mean square distance from the middle; not a number without points.
   [[nodiscard]] double scale() const { return scale_; }
   [[nodiscard]] Point origin() const { return origin_; }
@@ -44,6 +51,8 @@ class FlatPoints {
   const float (*points_)[3];
   int bound_;
   double count_ = 0.0;
+  Point low_{HUGE_VAL, HUGE_VAL};
+  Point high_{-HUGE_VAL, -HUGE_VAL};
   Point origin_{0.0, 0.0};
   double scale_ = 1.0;
 };
@@ -146,6 +155,22 @@ double refine(const FlatPoints& points, Point& centre) {
   return best.radius;
 }
 
+/// Whether a circle, as it is handed out, runs through the points. Short noisy arcs are fitted best
+/// by circles that are nearly lines, and floats may then miss them altogether.
+bool isNear(const FlatPoints& points, float x, float y, float r) {
+  constexpr double kLargestMiss = 0.1;    // root mean square, of the extent
+  constexpr double kLargestRadius = 1e4;  // of the extent
+  double squares = 0.0;
+  points.forEach([&](Point p) {
+    const double miss = std::hypot(points.origin().x + points.scale() * p.x - x,
+                                   points.origin().y + points.scale() * p.y - y) -
+                        r;
+    squares += miss * miss;
+  });
+  return std::sqrt(squares / points.count()) <= kLargestMiss * points.extent() &&
+         r <= kLargestRadius * points.extent();
+}
+
 }  // namespace
 
 int slGenVerticalTube(const Point3DArr& pts, float* centre, float* radius) {
@@ -159,7 +184,7 @@ int slGenVerticalTube(const Point3DArr& pts, float* centre, float* radius) {
   const float x = static_cast<float>(points.origin().x + points.scale() * found.x);
   const float y = static_cast<float>(points.origin().y + points.scale() * found.y);
   const float r = static_cast<float>(points.scale() * refined);
-  if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(r)) {
+  if (!isNear(points, x, y, r)) {  // nor is what is not finite
     return 0;
   }
   centre[0] = x;

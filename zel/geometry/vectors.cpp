@@ -1,5 +1,7 @@
 #include "zel/geometry/vectors.h"
 
+#include <functional>
+
 #include "zel/core/constants.h"
 #include "zel/geometry/detail/scalars.h"
 #include "zel/geometry/detail/vectors.h"
@@ -67,16 +69,25 @@ Vec3 perpendicular(Vec3 v) {
   return {0.0F, 0.0F, 1.0F};
 }
 
-/// Widens or lowers `out` by the points of one list; `isBetter(candidate, current)` decides.
+struct PointList {
+  int count;
+  const float (*points)[3];
+};
+
+/// The bounds of two lists on one side, from `start` on; `isBetter(candidate, current)` decides.
 template <class IsBetter>
-void takeBounds(int count, const float (*list)[3], float* out, IsBetter isBetter) {
-  for (int i = 0; i < count; ++i) {
-    for (int axis = 0; axis < 3; ++axis) {
-      if (isBetter(list[i][axis], out[axis])) {
-        out[axis] = list[i][axis];
+Vec3 boundsOf(PointList a, PointList b, float start, IsBetter isBetter) {
+  float bounds[3]{start, start, start};
+  for (const PointList& list : {a, b}) {
+    for (int i = 0; i < list.count; ++i) {
+      for (int axis = 0; axis < 3; ++axis) {
+        if (isBetter(list.points[i][axis], bounds[axis])) {
+          bounds[axis] = list.points[i][axis];
+        }
       }
     }
   }
+  return bounds;
 }
 
 }  // namespace
@@ -217,16 +228,10 @@ float slGetVectorAngle(const float v[2]) {
 
 void slGetMinXYZ(int count1, const float (*list1)[3], int count2, const float (*list2)[3],
                  float out[3]) {
-  const auto isLess = [](float candidate, float current) { return candidate < current; };
-  out[0] = out[1] = out[2] = zel::kInfinity;
-  takeBounds(count1, list1, out, isLess);
-  takeBounds(count2, list2, out, isLess);
+  boundsOf({count1, list1}, {count2, list2}, zel::kInfinity, std::less<float>()).store(out);
 }
 
 void slGetMaxXYZ(int count1, const float (*list1)[3], int count2, const float (*list2)[3],
                  float out[3]) {
-  const auto isGreater = [](float candidate, float current) { return candidate > current; };
-  out[0] = out[1] = out[2] = -zel::kInfinity;
-  takeBounds(count1, list1, out, isGreater);
-  takeBounds(count2, list2, out, isGreater);
+  boundsOf({count1, list1}, {count2, list2}, -zel::kInfinity, std::greater<float>()).store(out);
 }

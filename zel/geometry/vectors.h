@@ -78,7 +78,8 @@ ZEL_API float slGetVectorAngle(const float v[2]);
 // --- bounds -----------------------------------------------------------------------------------
 
 /// Smallest x, y and z over the points of two lists; either may be empty (count below 1).
-/// @param[out] out  (1e18, 1e18, 1e18) when both are; coordinates above that never win
+/// @param[out] out  (1e18, 1e18, 1e18) when both are; coordinates above that never win; may be one
+///   of the points
 ZEL_API void slGetMinXYZ(int count1, const float (*list1)[3], int count2, const float (*list2)[3],
                          float out[3]);
 /// Largest x, y and z over the points of two lists, starting from -1e18; as `slGetMinXYZ`.

@@ -253,7 +253,7 @@ class ZEL_API NodeArr {
   /// Sweeps the live nodes round an axis into n - 1 further rings, one step of a full turn
   /// (6.283185 / (n - 1)) apart; the last ring repeats the first. Nothing is merged. The length
   /// becomes at least (n + 1) x bound.
-  /// @param n   rings over the full turn; nothing happens below 2.
+  /// @param n   rings over the full turn; 1 appends nothing, below 1 nothing happens at all.
   /// @param p   point of the axis. @param dir its unit direction.
   /// @return 1.
   int ExtendByRotateToCircleM(int n, const float* p, const float* dir);

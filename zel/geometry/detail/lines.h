@@ -16,6 +16,10 @@ constexpr Vec3d difference(Vec3 a, Vec3 b) {
   return {static_cast<double>(a.x) - b.x, static_cast<double>(a.y) - b.y,
           static_cast<double>(a.z) - b.z};
 }
+/// a + d, rounded once.
+inline Vec3 sum(Vec3 a, Vec3d d) {
+  return {roundToFloat(a.x + d.x), roundToFloat(a.y + d.y), roundToFloat(a.z + d.z)};
+}
 constexpr double dot(Vec3d a, Vec3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 inline Vec3 cross(Vec3d a, Vec3d b) {
   return {roundToFloat(a.y * b.z - a.z * b.y), roundToFloat(a.z * b.x - a.x * b.z),

@@ -7,6 +7,7 @@
 #include <limits>
 #include <numbers>
 #include <numeric>
+#include <tuple>
 #include <utility>
 
 #include "zel/core/constants.h"
@@ -21,6 +22,8 @@ constexpr std::size_t kLeafSize = 16;
 constexpr std::size_t kWalkBelow = 64;
 // Relative slack on every bound: it covers the rounding of the bounds and of the float distance.
 constexpr double kSlack = 1e-5;
+constexpr float kInfinite = std::numeric_limits<float>::infinity();
+constexpr double kRoundsToInfinite = 0x1.ffffffp127;  // the least double that does
 
 double dot(const Vector& a, const Vector& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
 
@@ -41,6 +44,11 @@ class BestPair {
   }
 
   [[nodiscard]] float value() const { return value_; }
+  /// The least squared distance that may win or tie.
+  [[nodiscard]] double least() const { return value_ == kInfinite ? kRoundsToInfinite : value_; }
+  /// Whether a pair whose first point is `i` may win. Nothing is greater than infinity, so among
+  /// infinite pairs only the order counts.
+  [[nodiscard]] bool mayWin(std::size_t i) const { return value_ < kInfinite || i <= i_; }
 
   [[nodiscard]] FarthestPair result(const std::vector<ScannedPoint>& points) const {
     if (!found_) {
@@ -67,8 +75,9 @@ struct Group {
   std::size_t children = 0;  // index of the first of two; 0 marks a leaf
   Vector low{};
   Vector high{};
-  double reach = 0.0;  // greatest distance from the centre
-  Vector axis{};       // of the cone that holds the group; zero when it has none
+  double reach = 0.0;     // greatest distance from the centre
+  std::size_t first = 0;  // the least of their places in the walk
+  Vector axis{};          // of the cone that holds the group; zero when it has none
   double halfAngle = 0.0;
 
   [[nodiscard]] std::size_t size() const { return end - begin; }
@@ -144,13 +153,15 @@ class PairSearch {
   }
 
   [[nodiscard]] bool mayReach(double distance) const {
-    return distance * distance * (1.0 + kSlack) >= best_.value();
+    return distance * distance * (1.0 + kSlack) >= best_.least();
   }
 
   [[nodiscard]] Group describe(std::size_t begin, std::size_t end) const {
     Group group;
     group.begin = begin;
     group.end = end;
+    group.first =
+        begin < end ? *std::min_element(&order_[begin], &order_[begin] + (end - begin)) : 0;
     group.low.fill(std::numeric_limits<double>::infinity());
     group.high.fill(-std::numeric_limits<double>::infinity());
     Vector sum{};
@@ -255,7 +266,7 @@ class PairSearch {
       open.pop_back();
       const Group& a = groups_[first];
       const Group& b = groups_[second];
-      if (!mayHoldBetter(a, b)) {
+      if (!best_.mayWin(std::min(a.first, b.first)) || !mayHoldBetter(a, b)) {
         continue;
       }
       if (a.children == 0 && b.children == 0) {
@@ -326,7 +337,7 @@ FarthestPair walkAllPairs(const std::vector<ScannedPoint>& points) {
   for (std::size_t i = 0; i < points.size(); ++i) {
     for (std::size_t j = i + 1; j < points.size(); ++j) {
       best.offer(points, i, j);
-      if (best.value() == std::numeric_limits<float>::infinity()) {
+      if (best.value() == kInfinite) {
         return best.result(points);
       }
     }
@@ -334,21 +345,66 @@ FarthestPair walkAllPairs(const std::vector<ScannedPoint>& points) {
   return best.result(points);
 }
 
-}  // namespace
-
-FarthestPair farthestPair(const std::vector<ScannedPoint>& points) {
-  if (std::any_of(points.begin(), points.end(), holdsNan)) {
-    std::vector<ScannedPoint> rest;
-    std::remove_copy_if(points.begin(), points.end(), std::back_inserter(rest), holdsNan);
-    return farthestPair(rest);
+/// The first pair of the walk in which an infinite coordinate makes the distance infinite. Points
+/// that share one have none: their difference is not a number.
+FarthestPair firstByInfiniteCoordinate(const std::vector<ScannedPoint>& points) {
+  // Infinite coordinates by axis and sign, a bit each; two bits of an axis do not occur together.
+  const auto signsOf = [](const ScannedPoint& point) {
+    std::size_t signs = 0;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+      const float value = point.position[axis];
+      signs |= static_cast<std::size_t>(value == kInfinite) << (2 * axis);
+      signs |= static_cast<std::size_t>(value == -kInfinite) << (2 * axis + 1);
+    }
+    return signs;
+  };
+  FarthestPair pair{0.0F, kNoIndex, kNoIndex};
+  std::array<int, 64> next;  // the slot of the next point with these signs
+  next.fill(std::numeric_limits<int>::max());
+  for (std::size_t i = points.size(); i-- > 0;) {
+    const std::size_t signs = signsOf(points[i]);
+    int slot = std::numeric_limits<int>::max();
+    for (std::size_t other = 0; other < next.size(); ++other) {
+      if ((signs & other) == 0 && (signs | other) != 0) {
+        slot = std::min(slot, next[other]);
+      }
+    }
+    if (slot != std::numeric_limits<int>::max()) {
+      pair = {kInfinite, points[i].slot, slot};
+    }
+    next[signs] = points[i].slot;
   }
-  // An infinite coordinate is at an infinite distance from the first finite point at the latest.
-  if (points.size() < kWalkBelow || !std::all_of(points.begin(), points.end(), isFinite)) {
+  return pair;
+}
+
+FarthestPair farthestFinitePair(const std::vector<ScannedPoint>& points) {
+  if (points.size() < kWalkBelow) {
     return walkAllPairs(points);
   }
   const std::vector<ScannedPoint> distinct = withoutRepeats(points);
   return distinct.size() < kWalkBelow ? walkAllPairs(distinct)
                                       : PairSearch(distinct).run().result(distinct);
+}
+
+}  // namespace
+
+FarthestPair farthestPair(const std::vector<ScannedPoint>& points) {
+  if (points.size() < kWalkBelow) {
+    return walkAllPairs(points);
+  }
+  if (std::all_of(points.begin(), points.end(), isFinite)) {
+    return farthestFinitePair(points);
+  }
+  std::vector<ScannedPoint> numbers;
+  std::remove_copy_if(points.begin(), points.end(), std::back_inserter(numbers), holdsNan);
+  std::vector<ScannedPoint> finite;
+  std::copy_if(numbers.begin(), numbers.end(), std::back_inserter(finite), isFinite);
+  const FarthestPair a = firstByInfiniteCoordinate(numbers);
+  const FarthestPair b = farthestFinitePair(finite);
+  if (a.squareDistance != b.squareDistance) {
+    return a.squareDistance > b.squareDistance ? a : b;
+  }
+  return std::tie(a.slotA, a.slotB) < std::tie(b.slotA, b.slotB) ? a : b;
 }
 
 }  // namespace zel
