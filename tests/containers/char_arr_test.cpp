@@ -199,12 +199,23 @@ TEST(CharArr, lineEndIsRemovedWhereOneStands) {
   EXPECT_EQ(contentOf(buffer), "abcd");
 }
 
+TEST(CharArr, newContentLeavesNothingOfTheOldInside) {
+  CharArr buffer = bufferOf("abc");
+  buffer.SetValueM(6, "x\0\0\0\0\0");
+  EXPECT_EQ(buffer.PurgeDeletedItemM(), 1);
+  ASSERT_EQ(buffer.GetLengthM(), 4) << "the content is inside the object again";
+  EXPECT_EQ(std::string(buffer.GetContentConstPtrM(), 4), std::string("x\0\0\0", 4));
+}
+
 TEST(CharArr, impossibleSizesChangeNothing) {
   CharArr buffer = bufferOf("abcdef");
   EXPECT_EQ(buffer.AddContentvcM("x", -1), 1);
-  buffer.AddContentvcM(nullptr, 5);
-  buffer.SetValueM(5, nullptr);
+  const int length = buffer.GetLengthM();
+  buffer.AddContentvcM(nullptr, 50);
+  buffer.InsertStringM(3, nullptr, 50);
+  buffer.SetValueM(50, nullptr);
   EXPECT_EQ(contentOf(buffer), "abcdef");
+  EXPECT_EQ(buffer.GetLengthM(), length);
   buffer.SetValueM(-4, "x");
   EXPECT_EQ(buffer.GetBoundM(), 0);
   buffer.AddItemM('a');

@@ -67,6 +67,15 @@ TEST_F(BmpLoad, trueColourKeepsFileOrderAndZeroesItsPadding) {
                    10, 11, 12, 255, 13, 14, 15, 255, 16, 17, 18, 255}));
 }
 
+TEST_F(BmpLoad, backslashesPartDirectories) {
+  const std::string path = saved(sixColours());
+  const std::string windowsPath = std::string(path).replace(path.rfind('/'), 1, "\\");
+  EXPECT_EQ(LoadedBmp(windowsPath, 1).result, 1);
+  EXPECT_EQ(LoadedPicture<3>(slLoadBmpPicture3D, windowsPath).result, 1);
+  EXPECT_EQ(LoadedPicture<4>(slLoadBmpPicture, windowsPath).result, 1);
+  EXPECT_EQ(LoadedPicture<4>(slLoadBmpTexture, windowsPath).result, 1);
+}
+
 TEST_F(BmpLoad, anyOtherFlagThanOneLeavesTheBytesAlone) {
   const std::string stored = sixColours().pixels;
   for (const char flag : {'\0', '\2', '\xFF'}) {

@@ -23,6 +23,11 @@ TEST(Files, findsFilesDirectoriesAndPatterns) {
   EXPECT_FALSE(slIsExistentPath(dir.file("iron.bmp").c_str()));
   EXPECT_FALSE(slIsExistentPath((dir.path().string() + "\\").c_str()));
   EXPECT_FALSE(slIsExistentPath(nullptr));
+  // Only '*' and '?' are pattern characters.
+  writeFile(dir.file("oak[1].bmp"), "x");
+  EXPECT_TRUE(slIsExistentPath(dir.file("oak[1].bmp").c_str()));
+  EXPECT_TRUE(slIsExistentPath((dir.path().string() + "\\o?k[1].*").c_str()));
+  EXPECT_FALSE(slIsExistentPath((dir.path().string() + "\\w[a-z]od*").c_str()));
 
   EXPECT_EQ(slFindSingleFile((dir.path().string() + "\\").c_str()), 1);
   EXPECT_EQ(slFindSingleFile((dir.path().string() + "/").c_str()), 1);

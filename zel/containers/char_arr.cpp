@@ -129,15 +129,12 @@ int CharArr::SetNewStrM(const char* text) {
 }
 
 void CharArr::SetValueM(int count, const char* bytes) {
-  const int oldBound = std::max(slots_.bound(), 0);
   count = std::max(count, 0);
   const StableBytes source(slots_, bytes, count);
-  if ((source.get() == nullptr && count > 0) || !slots_.reserve(count)) {
+  if ((source.get() == nullptr && count > 0) || !slots_.clearAndReserve(count)) {
     return;
   }
-  char* content = slots_.data();
-  std::copy_n(source.get(), count, content);
-  std::fill(content + count, content + std::max(count, oldBound), '\0');
+  std::copy_n(source.get(), count, slots_.data());
   setContentSize(count);
 }
 
@@ -182,8 +179,7 @@ int CharArr::InsertStringM(int position, const char* bytes, int count) {
     return 1;
   }
   const StableBytes source(slots_, bytes, count);
-  const bool fits = oldBound <= slots_.length() - count || slots_.addSize(count);
-  if (source.get() == nullptr || !fits) {
+  if (source.get() == nullptr || (oldBound > slots_.length() - count && !slots_.addSize(count))) {
     return 1;
   }
   char* const content = slots_.data();
@@ -250,9 +246,8 @@ int CharArr::AddContentvcM(const char* bytes, int count) {
     return 1;
   }
   const StableBytes source(slots_, bytes, count);
-  const bool fits =
-      oldBound <= slots_.length() - count || slots_.addSize(std::int64_t{count} + kSpare);
-  if (source.get() == nullptr || !fits) {
+  if (source.get() == nullptr ||
+      (oldBound > slots_.length() - count && !slots_.addSize(std::int64_t{count} + kSpare))) {
     return 1;
   }
   std::copy_n(source.get(), count, slots_.data() + oldBound);

@@ -97,6 +97,8 @@ class SlotStore {
   void clear();
   /// Marks the slots below the bound deleted and keeps the store.
   void clearKeepingStore();
+  /// As clearKeepingStore() and then reserve(); nothing has changed where that is refused.
+  bool clearAndReserve(int length);
   /// Squeezes the holes out, as the policy says.
   void purge();
   /// Appends the live slots of `other`. @return the bound before.

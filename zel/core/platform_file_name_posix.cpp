@@ -1,6 +1,5 @@
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
@@ -14,9 +13,7 @@ namespace zel {
 
 std::string presentFileName(const char* name) {
   std::string path = name == nullptr ? "" : name;
-  if (path.find('\\') != std::string::npos && access(path.c_str(), F_OK) != 0) {
-    std::replace(path.begin(), path.end(), '\\', '/');
-  }
+  std::replace(path.begin(), path.end(), '\\', '/');
   return path;
 }
 

@@ -15,6 +15,7 @@
 #include <string_view>
 #include <thread>
 
+#include "zel/core/detail/file_name.h"
 #include "zel/core/detail/refused_memory.h"
 #include "zel/core/detail/text_code.h"
 #include "zel/core/platform.h"
@@ -27,23 +28,21 @@ namespace fs = std::filesystem;
 const auto kNoConverter = reinterpret_cast<iconv_t>(-1);
 constexpr auto kFailed = static_cast<std::size_t>(-1);
 
-// Path names of this library part their directories with backslashes.
-std::string nativePath(const char* path) {
-  std::string native = path != nullptr ? path : "";
-  for (char& c : native) {
-    if (c == '\\') {
-      c = '/';
-    }
-  }
-  return native;
-}
-
 PathKind kindOf(const std::string& path) {
   struct stat status {};
   if (stat(path.c_str(), &status) != 0) {
     return PathKind::kNothing;
   }
   return S_ISDIR(status.st_mode) ? PathKind::kDirectory : PathKind::kFile;
+}
+
+/// A pattern for fnmatch() in which only '*' and '?' stand for other characters.
+std::string patternOf(const std::string& name) {
+  std::string pattern;
+  for (const char c : name) {
+    pattern += c == '[' ? "[[]" : std::string(1, c);
+  }
+  return pattern;
 }
 
 struct DirectoryCloser {
@@ -54,6 +53,7 @@ struct DirectoryCloser {
 PathKind findPattern(const std::string& path) {
   const std::size_t nameAt = path.rfind('/') + 1;
   const std::string folder = path.substr(0, nameAt);
+  const std::string pattern = patternOf(path.substr(nameAt));
   const std::unique_ptr<DIR, DirectoryCloser> directory(
       opendir(folder.empty() ? "." : folder.c_str()));
   if (directory == nullptr) {
@@ -64,7 +64,7 @@ PathKind findPattern(const std::string& path) {
   }
   while (const dirent* entry = readdir(directory.get())) {
     const std::string_view name = entry->d_name;
-    if (name != "." && name != ".." && fnmatch(path.c_str() + nameAt, entry->d_name, 0) == 0) {
+    if (name != "." && name != ".." && fnmatch(pattern.c_str(), entry->d_name, 0) == 0) {
       return kindOf(folder + entry->d_name);
     }
   }
@@ -104,7 +104,7 @@ void Platform::showMessage(const char* gbkText) {
 }
 
 PathKind Platform::findPath(const char* path) {
-  const std::string native = nativePath(path);
+  const std::string native = presentFileName(path);
   if (native.empty() || native.back() == '/') {
     return PathKind::kNothing;
   }
@@ -114,7 +114,7 @@ PathKind Platform::findPath(const char* path) {
 
 FileAccess Platform::fileAccess(const char* path) {
   struct stat status {};
-  if (stat(nativePath(path).c_str(), &status) != 0) {
+  if (stat(presentFileName(path).c_str(), &status) != 0) {
     return FileAccess::kNoFile;
   }
   return (status.st_mode & S_IWUSR) != 0 ? FileAccess::kWritable : FileAccess::kReadOnly;
@@ -128,19 +128,19 @@ bool Platform::setFileAccess(const char* path, FileAccess access) {
           ? fs::perms::owner_write
           : fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
   std::error_code error;
-  fs::permissions(nativePath(path), writers, change, error);
+  fs::permissions(presentFileName(path), writers, change, error);
   return !error;
 }
 
 bool Platform::createDirectory(const char* path) {
   std::error_code error;
-  return fs::create_directory(nativePath(path), error);
+  return fs::create_directory(presentFileName(path), error);
 }
 
 bool Platform::copyFile(const char* source, const char* target) {
   std::error_code error;
-  return fs::copy_file(nativePath(source), nativePath(target), fs::copy_options::overwrite_existing,
-                       error);
+  return fs::copy_file(presentFileName(source), presentFileName(target),
+                       fs::copy_options::overwrite_existing, error);
 }
 
 std::uint32_t Platform::presentDrives() { return 0; }

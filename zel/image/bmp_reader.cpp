@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "zel/core/detail/file_name.h"
 #include "zel/core/detail/platform_stream.h"
 
 namespace zel {
@@ -42,7 +43,7 @@ HeapBlock<unsigned char> heapBytes(std::int64_t count) {
 }
 
 bool BmpReader::open(const char* path) {
-  file_.reset(path == nullptr ? nullptr : std::fopen(path, "rb"));
+  file_.reset(path == nullptr ? nullptr : std::fopen(presentFileName(path).c_str(), "rb"));
   if (file_ == nullptr) {
     return false;
   }

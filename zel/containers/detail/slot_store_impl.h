@@ -266,6 +266,19 @@ void SlotStore<Slot, Policy>::clearKeepingStore() {
 }
 
 template <class Slot, class Policy>
+bool SlotStore<Slot, Policy>::clearAndReserve(int length) {
+  const int leftInside = heap_ == nullptr ? std::min(bound_, kInlineLength) : 0;
+  if (!reserve(length)) {
+    return false;
+  }
+  for (int i = 0; i < leftInside; ++i) {  // a purge may bring them back
+    Policy::markDeleted(keyOf(inline_[i]));
+  }
+  clearKeepingStore();
+  return true;
+}
+
+template <class Slot, class Policy>
 void SlotStore<Slot, Policy>::purge() {
   const int oldBound = std::max(bound_, 0);
   Slot* store = data();

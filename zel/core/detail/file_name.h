@@ -8,8 +8,9 @@
 
 namespace zel {
 
-/// Where the system parts directories with a slash, a name whose backslashes are no part of an
-/// existing file's name is taken with slashes.
+/// A path name as the system parts it: backslashes, which part directories everywhere in this
+/// library, become slashes where the system wants those. A file whose own name holds one is not
+/// found there.
 /// @param name as the application gave it; null counts as empty.
 [[nodiscard]] std::string presentFileName(const char* name);
 
