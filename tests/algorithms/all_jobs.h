@@ -12,9 +12,13 @@
 #include "support/meshes.h"
 #include "zel/algorithms/boundary.h"
 #include "zel/algorithms/compact.h"
+#include "zel/algorithms/compare.h"
 #include "zel/algorithms/defects.h"
 #include "zel/algorithms/measure.h"
+#include "zel/algorithms/normals.h"
 #include "zel/algorithms/orient.h"
+#include "zel/algorithms/triangulate.h"
+#include "zel/algorithms/unfold.h"
 #include "zel/algorithms/weld.h"
 
 namespace zel::test {
@@ -64,6 +68,24 @@ inline const std::vector<Job>& allJobs() {
        [](zel::Mesh& mesh, const Progress& progress) {
          const Measures found = measure(mesh, {.progress = progress});
          return answerOf(found.area, found.edges, found.meanEdge, found.boundaryLoops);
+       }},
+      {"giveNormals",
+       [](zel::Mesh& mesh, const Progress& progress) {
+         giveNormals(mesh, {.weight = NormalWeight::kAngle, .progress = progress});
+         return Answer{};
+       }},
+      {"triangulate",
+       [](zel::Mesh& mesh, const Progress& progress) {
+         return answerOf(triangulate(mesh, {.faceMap = true, .progress = progress}).quadsCut);
+       }},
+      {"unfold",
+       [](zel::Mesh& mesh, const Progress& progress) {
+         const UnfoldReport found = unfold(mesh, {.progress = progress});
+         return answerOf(found.unfoldedFaces, found.overlappingFaces, found.meanLengthError);
+       }},
+      {"compare",
+       [](zel::Mesh& mesh, const Progress& progress) {
+         return answerOf(compare(mesh, mesh, {.progress = progress}).points.count);
        }},
   };
   return jobs;

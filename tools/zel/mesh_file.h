@@ -3,7 +3,7 @@
 #include <string>
 
 #include "tools/zel/console.h"
-#include "tools/zel/mesh_document.h"
+#include "tools/zel/mesh_nodes.h"
 
 namespace zel::program {
 

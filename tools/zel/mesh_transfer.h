@@ -4,7 +4,7 @@
 #include <string>
 
 #include "tools/zel/command.h"
-#include "tools/zel/mesh_document.h"
+#include "tools/zel/mesh_nodes.h"
 
 namespace zel::program {
 

@@ -48,7 +48,8 @@ inline std::string groupedText(long long count) {
 }
 
 /// "(x, y, z)" for people.
-inline std::string pointText(const std::array<float, 3>& point) {
+template <class Number>
+std::string pointText(const std::array<Number, 3>& point) {
   return "(" + shortText(point[0]) + ", " + shortText(point[1]) + ", " + shortText(point[2]) + ")";
 }
 

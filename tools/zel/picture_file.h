@@ -3,7 +3,7 @@
 #include <string>
 
 #include "tools/view/pictures/picture.h"
-#include "tools/zel/mesh_document.h"
+#include "tools/zel/mesh_nodes.h"
 
 namespace zel::program {
 

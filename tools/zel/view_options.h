@@ -7,7 +7,7 @@
 #include "tools/view/pictures/draw_options.h"
 #include "tools/view/pictures/scene_mesh.h"
 #include "tools/view/pictures/texture.h"
-#include "tools/zel/mesh_document.h"
+#include "tools/zel/mesh_nodes.h"
 #include "tools/zel/options.h"
 
 namespace zel::program {

@@ -7,9 +7,7 @@
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/commands/demo_shape.h"
 #include "tools/zel/failure.h"
-#include "tools/zel/mesh_compare.h"
 #include "tools/zel/mesh_file.h"
-#include "tools/zel/mesh_normals.h"
 #include "tools/zel/number_text.h"
 #include "tools/zel/picture_file.h"
 #include "tools/zel/progress.h"
@@ -58,15 +56,12 @@ class DemoCommand : public Command {
       JobProgress progress(console, "welding the soup");
       report = weld(welded, {.tolerance = Absolute(kTolerance), .progress = progress.told()});
     });
-    time("give normals", [&] {
-      giveFaceNormals(welded);
-      giveSmoothNodeNormals(welded);
-    });
+    time("give normals", [&] { giveNormals(welded); });
     time("find boundary", [&] { boundaryEdges = countBoundaryEdges(welded); });
     time("save", [&] { save(welded, console); });
     time("read back", [&] { readBack = readMesh(output_, "zel", console); });
     MeshDifference difference;
-    time("compare", [&] { difference = compareExactly(welded, readBack); });
+    time("compare", [&] { difference = compare(welded, readBack); });
     time("draw", [&] { draw(readBack); });
 
     const bool asMade =
@@ -75,7 +70,7 @@ class DemoCommand : public Command {
         boundaryEdges == soup.boundaryEdges;
     console.result(kHeadline + soupPart + weldedText(welded, report, boundaryEdges) +
                    fileText(difference) + pictureText_ + timeText() + verdict(asMade, difference));
-    return asMade && difference.findings.empty() ? ExitCode::kDone : ExitCode::kFound;
+    return asMade && !difference.any() ? ExitCode::kDone : ExitCode::kFound;
   }
 
  private:
@@ -136,8 +131,8 @@ class DemoCommand : public Command {
     std::string text = "Saved and read back\n";
     text += reportRow("file", output_);
     text += reportRow("size", groupedText(static_cast<long long>(error ? 0 : size)) + " bytes");
-    text += reportRow("difference", difference.findings.empty() ? "none, to the last bit"
-                                                                : difference.findings.front());
+    text += reportRow("difference",
+                      !difference.any() ? "none, to the last bit" : difference.texts().front());
     return text;
   }
 
@@ -156,7 +151,7 @@ class DemoCommand : public Command {
     if (!asMade) {
       return "FAILED: the welded mesh is not the one that was taken apart\n";
     }
-    if (!difference.findings.empty()) {
+    if (difference.any()) {
       return "FAILED: the document did not bring back what was saved\n";
     }
     return "All as it must be. Look into it: zel info " + output_ + "\n";

@@ -11,12 +11,17 @@ namespace zel::program {
 
 namespace {
 
+using Vector = Double3;
+
 Vector operator+(const Vector& a, const Vector& b) {
   return {a[0] + b[0], a[1] + b[1], a[2] + b[2]};
 }
 Vector operator*(double s, const Vector& a) { return {s * a[0], s * a[1], s * a[2]}; }
 double dot(const Vector& a, const Vector& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
-Vector unit(const Vector& a) { return 1 / length(a) * a; }
+Vector cross(const Vector& u, const Vector& v) {
+  return {u[1] * v[2] - u[2] * v[1], u[2] * v[0] - u[0] * v[2], u[0] * v[1] - u[1] * v[0]};
+}
+Vector unit(const Vector& a) { return 1 / std::sqrt(dot(a, a)) * a; }
 
 /// The trefoil knot and its direction.
 Vector knotPoint(double t) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/zel/mesh_document.h"
+#include "tools/zel/mesh_nodes.h"
 
 namespace zel::program {
 

@@ -2,7 +2,6 @@
 
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/format_options.h"
-#include "tools/zel/mesh_compare.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
 #include "tools/zel/report.h"
@@ -31,27 +30,27 @@ class DiffCommand : public Command {
   ExitCode run(const Console& console) override {
     const Mesh first = readMesh(first_, from_, console);
     const Mesh second = readMesh(second_, from_, console);
-    const MeshDifference difference =
-        tolerance_ ? compareWithin(first, second, *tolerance_) : compareExactly(first, second);
+    const MeshDifference difference = compare(first, second, {.tolerance = tolerance_});
     if (!console.quiet) {
       console.result(reportOn(difference).print(json_));
     }
-    return difference.findings.empty() ? ExitCode::kDone : ExitCode::kFound;
+    return difference.any() ? ExitCode::kFound : ExitCode::kDone;
   }
 
  private:
   static Report reportOn(const MeshDifference& difference) {
-    const bool isSame = difference.findings.empty();
+    const bool isSame = !difference.any();
+    const std::vector<std::string> findings = difference.texts();
     Report report;
-    for (const std::string& finding : difference.findings) {
+    for (const std::string& finding : findings) {
       report.line(finding, {});
     }
     const std::string apart = difference.largestMove > 0
                                   ? ", points up to " + shortText(difference.largestMove) + " apart"
                                   : "";
-    report.line((isSame ? "same" : "different") + apart, {{"same", isSame},
-                                                          {"findings", difference.findings},
-                                                          {"largestMove", difference.largestMove}});
+    report.line(
+        (isSame ? "same" : "different") + apart,
+        {{"same", isSame}, {"findings", findings}, {"largestMove", difference.largestMove}});
     return report;
   }
 

@@ -5,7 +5,6 @@
 #include "tools/zel/format_options.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
-#include "tools/zel/point_fit.h"
 #include "tools/zel/report.h"
 
 namespace zel::program {
@@ -22,31 +21,33 @@ struct Fits {
   std::optional<FittedCircle> circle;
 };
 
-template <class Shape>
-std::optional<Shape> fitted(const Point3DArr& points, bool (*fit)(const Point3DArr&, Shape&)) {
-  Shape shape{};
-  return fit(points, shape) ? std::optional<Shape>(shape) : std::nullopt;
-}
-
-Fits fitAll(const Point3DArr& points, const std::vector<int>& slots) {
+Fits fitAll(const std::vector<Float3>& points, const std::vector<int>& slots) {
   Fits fits;
-  fits.points = points.GetAvailableNumM();
-  const float x[3] = {1, 0, 0};
-  const float y[3] = {0, 1, 0};
-  const float z[3] = {0, 0, 1};
-  points.GetMaxMinM(x, y, z, fits.extents[0].data(), fits.extents[1].data(),
-                    fits.extents[2].data());
+  fits.points = static_cast<int>(points.size());
+  Bounds bounds;
+  Point3DArr list;
+  list.InitialSizeM(fits.points);
+  for (const Float3& point : points) {
+    bounds.extendTo(point.data());
+    list.AddItemM(point.data());
+  }
+  if (list.GetBoundM() != fits.points) {
+    throw Error::outOfMemory();
+  }
+  for (std::size_t axis = 0; axis < 3; ++axis) {
+    fits.extents[axis] = {bounds.low[axis], bounds.high[axis]};
+  }
   int first = 0;
   int second = 0;
-  fits.diameter = static_cast<float>(slSqrt(points.GetFarthestTwoPointsM(0, -1, &first, &second)));
+  fits.diameter = static_cast<float>(slSqrt(list.GetFarthestTwoPointsM(0, -1, &first, &second)));
   fits.farthest = {kNoIndex, kNoIndex};
   if (first >= 0) {
     fits.farthest = {slots[static_cast<std::size_t>(first)],
                      slots[static_cast<std::size_t>(second)]};
   }
-  fits.plane = fitted<FittedPlane>(points, fitPlane);
-  fits.line = fitted<FittedLine>(points, fitLine);
-  fits.circle = fitted<FittedCircle>(points, fitCircle);
+  fits.plane = fitPlane(points);
+  fits.line = fitLine(points);
+  fits.circle = fitCircle(points);
   return fits;
 }
 
@@ -143,20 +144,19 @@ class FitCommand : public Command {
   }
 
  private:
-  static Point3DArr chosenPoints(const Mesh& mesh, const std::vector<int>& slots,
-                                 const std::string& file) {
-    Point3DArr points;
-    points.InitialSizeM(static_cast<int>(slots.size()));
+  static std::vector<Float3> chosenPoints(const Mesh& mesh, const std::vector<int>& slots,
+                                          const std::string& file) {
+    std::vector<Float3> points;
     for (const int slot : slots) {
       const NodeCL* const node = mesh.nodes.GetItemPM(slot);
       if (node == nullptr || !isLive(*node)) {
         throw unreadable(file, "there is no node " + std::to_string(slot));
       }
-      const Point point = pointOf(mesh.nodes, slot);
+      const Float3 point = pointOf(mesh.nodes, slot);
       if (!isFinite(point)) {
         throw unreadable(file, "node " + std::to_string(slot) + " is not finite");
       }
-      points.AddItemM(point.data());
+      points.push_back(point);
     }
     return points;
   }

@@ -1,5 +1,4 @@
 #include "tools/zel/commands/commands.h"
-#include "tools/zel/mesh_normals.h"
 #include "tools/zel/mesh_transfer.h"
 
 namespace zel::program {
@@ -27,8 +26,7 @@ class NormalsCommand : public Command {
     if (orient_) {
       orientFaces(mesh, console);
     }
-    giveFaceNormals(mesh);
-    flat_ ? giveFlatNodeNormals(mesh) : giveSmoothNodeNormals(mesh);
+    giveNormals(mesh, {.weight = flat_ ? NormalWeight::kFlat : NormalWeight::kArea});
     if (flip_) {
       mesh.nodes.NegativeNormalVectM();
       mesh.triangles.NegativeNormalVectM();

@@ -1,7 +1,7 @@
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/mesh_transfer.h"
-#include "tools/zel/mesh_unfold.h"
 #include "tools/zel/number_text.h"
+#include "tools/zel/progress.h"
 #include "tools/zel/report.h"
 
 namespace zel::program {
@@ -43,7 +43,8 @@ class UnfoldCommand : public Command {
   ExitCode run(const Console& console) override {
     files_.expectOtherFile(svg_);
     Mesh mesh = files_.read(console);
-    const UnfoldReport report = unfoldMesh(mesh);
+    JobProgress progress(console, "unfolding " + files_.input());
+    const UnfoldReport report = unfold(mesh, {.progress = progress.told()});
     files_.write(
         mesh, svg_, [&] { return unfoldedPicture(mesh); }, console);
     // The report must not run into a mesh that goes to standard output.

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "tools/zel/input_file.h"
-#include "tools/zel/mesh_document.h"
+#include "tools/zel/mesh_nodes.h"
 #include "tools/zel/output_file.h"
 
 namespace zel::program {

@@ -1,10 +1,10 @@
-#include "tools/zel/convex_polygon.h"
+#include "zel/algorithms/detail/convex_polygon.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 
-namespace zel::program {
+namespace zel {
 
 namespace {
 
@@ -73,4 +73,4 @@ bool areApart(ConvexPolygon a, ConvexPolygon b, double depth) {
   return hasEdgeThatSeparates(a, b, depth) || hasEdgeThatSeparates(b, a, depth);
 }
 
-}  // namespace zel::program
+}  // namespace zel

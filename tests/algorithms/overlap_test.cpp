@@ -1,5 +1,3 @@
-#include "tools/zel/plane_overlap.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,13 +8,15 @@
 #include <utility>
 #include <vector>
 
+#include "zel/algorithms/detail/plane_triangle.h"
+
 namespace {
 
-using zel::program::countOverlapping;
-using zel::program::overlap;
-using zel::program::PlanePoint;
-using zel::program::PlaneTriangle;
-using zel::program::signedArea;
+using zel::countOverlapping;
+using zel::overlap;
+using zel::PlanePoint;
+using zel::PlaneTriangle;
+using zel::signedArea;
 
 using Layout = std::vector<PlaneTriangle>;
 
@@ -127,7 +127,7 @@ TEST(PlaneOverlap, onlyCommonAreaThickEnoughCounts) {
     }
     return triangle;
   };
-  EXPECT_EQ(countOverlapping({}), 0);
+  EXPECT_EQ(countOverlapping(Layout{}), 0);
   EXPECT_EQ(countOverlapping({one}), 0);
   EXPECT_EQ(countOverlapping({one, one, one}), 3);
   EXPECT_EQ(countOverlapping({one, moved(1, 0), moved(0, 1), moved(-1, 0)}), 0);

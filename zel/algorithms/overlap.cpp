@@ -1,11 +1,15 @@
-#include "tools/zel/plane_overlap.h"
+#include "zel/algorithms/overlap.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <utility>
 
-namespace zel::program {
+#include "zel/algorithms/detail/plane_triangle.h"
+#include "zel/algorithms/detail/texture_places.h"
+#include "zel/core/detail/memory_errors.h"
+
+namespace zel {
 
 namespace {
 
@@ -180,11 +184,17 @@ class OverlapTree {
 }  // namespace
 
 int countOverlapping(std::vector<PlaneTriangle> triangles) {
-  std::erase_if(triangles, [](const PlaneTriangle& triangle) {
-    const double area = signedArea(triangle);
-    return area == 0.0 || !std::isfinite(area);
+  return tellingRefusedMemory([&] {
+    std::erase_if(triangles, [](const PlaneTriangle& triangle) {
+      const double area = signedArea(triangle);
+      return area == 0.0 || !std::isfinite(area);
+    });
+    return triangles.empty() ? 0 : OverlapTree(std::move(triangles)).countCovered();
   });
-  return triangles.empty() ? 0 : OverlapTree(std::move(triangles)).countCovered();
 }
 
-}  // namespace zel::program
+int countOverlapping(const Mesh& mesh) {
+  return tellingRefusedMemory([&] { return countOverlapping(texturePlacesOf(mesh)); });
+}
+
+}  // namespace zel

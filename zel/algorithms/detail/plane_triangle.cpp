@@ -1,11 +1,11 @@
-#include "tools/zel/plane_triangle.h"
+#include "zel/algorithms/detail/plane_triangle.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <limits>
 
-namespace zel::program {
+namespace zel {
 
 namespace {
 
@@ -73,4 +73,4 @@ bool overlap(const PlaneTriangle& a, const PlaneTriangle& b) {
   return true;
 }
 
-}  // namespace zel::program
+}  // namespace zel

@@ -1,13 +1,10 @@
 #pragma once
 
-#include <array>
 #include <vector>
 
-#include "tools/zel/convex_polygon.h"
+#include "zel/algorithms/detail/convex_polygon.h"
 
-namespace zel::program {
-
-using PlaneTriangle = std::array<PlanePoint, 3>;
+namespace zel {
 
 /// An upright rectangle; (0, 0) to (0, 0) round nothing.
 struct PlaneBox {
@@ -30,4 +27,4 @@ struct PlaneBox {
 /// than a thousandth of the smaller triangle's size, do not count.
 [[nodiscard]] bool overlap(const PlaneTriangle& a, const PlaneTriangle& b);
 
-}  // namespace zel::program
+}  // namespace zel

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <array>
 #include <span>
 #include <vector>
 
-namespace zel::program {
+#include "zel/algorithms/overlap.h"
 
-using PlanePoint = std::array<double, 2>;
+namespace zel {
 
 /// The corners of a convex polygon, counterclockwise.
 using ConvexPolygon = std::span<const PlanePoint>;
@@ -21,4 +20,4 @@ using ConvexPolygon = std::span<const PlanePoint>;
 /// Takes time linear in their corners.
 [[nodiscard]] bool areApart(ConvexPolygon a, ConvexPolygon b, double depth);
 
-}  // namespace zel::program
+}  // namespace zel
