@@ -20,8 +20,8 @@ std::array<int, 4> pixelOf(const ReadPng& picture, unsigned x, unsigned y) {
 
 TEST_F(Render, drawsAMeshOfTheSizeAndGroundAsked) {
   write("a.obj", sheetObj(4, 4, true));
-  const ProgramRun done = run({"render", "a.obj", "-o", "a.png", "--width", "200", "--height",
-                               "150", "--background", "#102030", "--edges"});
+  const ProgramRun done = run({"render", "a.obj", "-o", "a.png", "--size", "200x150",
+                               "--background", "#102030", "--edges"});
   ASSERT_EQ(done.exitCode, 0) << done.err;
   EXPECT_EQ(done.out.rfind("a.png: 200 x 150 pixels, 16 faces drawn in ", 0), 0U) << done.out;
   const ReadPng picture = readPng(content("a.png"));
@@ -32,9 +32,9 @@ TEST_F(Render, drawsAMeshOfTheSizeAndGroundAsked) {
 }
 
 TEST_F(Render, writesToStandardOutputAndNothingElseThere) {
-  const ProgramRun done = run({"render", "-", "--from", "obj", "-o", "-", "--width", "40",
-                               "--height", "30", "--background", "transparent"},
-                              {.standardInput = sheetObj(2, 2, true)});
+  const ProgramRun done = run(
+      {"render", "-", "--from", "obj", "-o", "-", "--size", "40x30", "--background", "transparent"},
+      {.standardInput = sheetObj(2, 2, true)});
   ASSERT_EQ(done.exitCode, 0) << done.err;
   const ReadPng picture = readPng(done.out);
   EXPECT_EQ(picture.width, 40U);
@@ -55,7 +55,8 @@ TEST_F(Render, refusesWhatItCannotDraw) {
   write("a.obj", tetrahedronObj());
   write("bad.bmp", "BM");
   const std::pair<Arguments, int> refused[] = {{{}, 2},
-                                               {{"-o", "a.png", "--width", "8193"}, 2},
+                                               {{"-o", "a.png", "--size", "8193x9"}, 2},
+                                               {{"-o", "a.png", "--size", "64"}, 2},
                                                {{"-o", "a.png", "--background", "mauve"}, 2},
                                                {{"-o", "a.png", "--background", "#12345g"}, 2},
                                                {{"-o", "a.png", "--texture", "bad.bmp"}, 3},

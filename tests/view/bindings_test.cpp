@@ -23,10 +23,13 @@ TEST(Bindings, everyActionCanBeReachedAndNoInputMeansTwoThings) {
   std::set<Action> reached;
   std::set<std::string> triggers;
   for (const zel::view::Binding& binding : zel::view::bindings()) {
-    const auto found = binding.input == Input::kKey
-                           ? zel::view::actionOfKey(binding.key, binding.control)
-                           : zel::view::actionOfInput(binding.input);
-    EXPECT_EQ(found, binding.action) << binding.trigger;
+    if (binding.input != Input::kKey) {
+      EXPECT_EQ(zel::view::actionOfInput(binding.input), binding.action) << binding.trigger;
+    }
+    for (const int key : binding.keys) {
+      EXPECT_TRUE(key == 0 || zel::view::actionOfKey(key, binding.control) == binding.action)
+          << binding.trigger;
+    }
     EXPECT_TRUE(triggers.insert(binding.trigger).second) << binding.trigger;
     reached.insert(binding.action);
   }
@@ -38,11 +41,17 @@ TEST(Bindings, keysMeanWhatTheirNamesSay) {
   EXPECT_EQ(zel::view::actionOfKey(SDLK_KP_7, false), Action::kViewTop);
   EXPECT_EQ(zel::view::actionOfKey(SDLK_KP_1, false), Action::kViewFront);
   EXPECT_EQ(zel::view::actionOfKey(SDLK_q, true), Action::kQuit);
-  EXPECT_FALSE(zel::view::actionOfKey(SDLK_q, false));
+  EXPECT_EQ(zel::view::actionOfKey(SDLK_KP_1, true), Action::kViewBack);
+  EXPECT_EQ(zel::view::actionOfKey(SDLK_q, false), Action::kToggleOcclusion);
   EXPECT_FALSE(zel::view::actionOfKey(SDLK_e, true));
+  EXPECT_FALSE(zel::view::actionOfKey(0, false));
   for (const zel::view::Binding& binding : zel::view::bindings()) {
-    if (binding.input == Input::kKey && !binding.control) {
-      EXPECT_STREQ(SDL_GetKeyName(binding.key), binding.trigger);
+    std::string names;
+    for (const int key : binding.keys) {
+      names += key == 0 ? "" : (names.empty() ? "" : ", ") + std::string(SDL_GetKeyName(key));
+    }
+    if (binding.input == Input::kKey) {
+      EXPECT_EQ((binding.control ? "Ctrl+" : "") + names, binding.trigger);
     }
   }
 }

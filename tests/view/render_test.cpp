@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <numbers>
@@ -34,6 +35,7 @@ bool isCovered(const Colour& colour) { return !near(colour, kBlue); }
 DrawOptions onBlue() {
   DrawOptions options;
   options.backgroundTop = options.backgroundBottom = kBlue;
+  options.occlusion = options.shadow = false;
   return options;
 }
 
@@ -68,6 +70,80 @@ TEST(Render, facesOfOneCubeAreLitDifferently) {
   EXPECT_GT(left.red, right.red);  // the key light stands on the left
 }
 
+int brightest(const Colour& c) { return std::max({c.red, c.green, c.blue}); }
+
+// The right side of the cube was one grey of the same value from edge to edge.
+TEST(Render, noFaceIsOneFlatShade) {
+  for (const double yaw : {30.0, -30.0, 150.0}) {
+    const Picture picture = render(makeCube(), onBlue(), yaw, 20);
+    // Down the left and the right side that are seen.
+    for (const int x : {45, 85}) {
+      int darkest = 255;
+      int lightest = 0;
+      for (int y = 38; y <= 58; ++y) {
+        darkest = std::min(darkest, brightest(picture.at(x, y)));
+        lightest = std::max(lightest, brightest(picture.at(x, y)));
+      }
+      EXPECT_GT(lightest - darkest, 2) << yaw << " " << x;
+      EXPECT_GT(darkest, 60);
+      EXPECT_LT(lightest, 255);  // else it is the ground
+    }
+  }
+}
+
+int difference(const Picture& a, const Picture& b) {
+  int most = 0;
+  for (std::size_t i = 0; i < a.rgba.size(); ++i) {
+    most = std::max(most, std::abs(a.rgba[i] - b.rgba[i]));
+  }
+  return most;
+}
+
+TEST(Render, sameSceneGivesTheSamePicture) {
+  DrawOptions options;
+  options.axes = options.grid = options.features = true;
+  options.colouring = zel::view::Colouring::kFaceArea;
+  EXPECT_LE(difference(render(makeCube(true), options), render(makeCube(true), options)), 2);
+}
+
+TEST(Render, hollowsAndTheGroundAreShaded) {
+  DrawOptions options = onBlue();
+  const Picture plain = render(makeCube(true), options, 30, 60);
+  options.occlusion = true;
+  const Picture shaded = render(makeCube(true), options, 30, 60);
+  EXPECT_LT(brightest(shaded.at(60, 40)), brightest(plain.at(60, 40)) - 15);
+  options.shadow = true;
+  const auto isShadow = [](const Colour& c) { return c.red == 0 && c.green == 0 && c.blue < 215; };
+  EXPECT_GT(blobOf(render(makeCube(), options, 30, 20), isShadow).count, 150);
+  EXPECT_EQ(blobOf(render(makeCube(), options, 30, -20), isShadow).count, 0);
+}
+
+TEST(Render, featureEdgesAreThoseOfTheAngleAsked) {
+  DrawOptions options = onBlue();
+  options.features = true;
+  const auto isDark = [](const Colour& c) { return c.red < 90 && c.blue < 90; };
+  const int withEdges = blobOf(render(makeCube(), options), isDark).count;
+  options.featureAngle = 91;
+  EXPECT_GT(withEdges, blobOf(render(makeCube(), options), isDark).count + 150);
+}
+
+TEST(Render, coloursTellNumbers) {
+  Shape shape = makeCube(true);
+  shape.addTriangle(4, 5, 0);  // much smaller than the cube's faces, and so another colour
+  DrawOptions options = onBlue();
+  for (const auto colouring :
+       {zel::view::Colouring::kEdgeLength, zel::view::Colouring::kFaceArea}) {
+    options.colouring = colouring;
+    const Picture picture = render(shape, options);
+    const auto isYellow = [](const Colour& c) {
+      return c.red > 150 && c.green > 130 && c.blue < 90;
+    };
+    const auto isViolet = [](const Colour& c) { return c.blue > 1.3 * c.green && c.red > 30; };
+    EXPECT_GT(blobOf(picture, isYellow).count, 30);
+    EXPECT_GT(blobOf(picture, isViolet).count, 30);
+  }
+}
+
 TEST(Render, boundaryEdgesAppearOnlyWhereThereAreAny) {
   DrawOptions options = onBlue();
   options.boundary = true;
@@ -88,7 +164,7 @@ TEST(Render, wireframeLeavesTheFacesOpen) {
 }
 
 TEST(Render, transparentGroundKeepsColoursClean) {
-  DrawOptions options;
+  DrawOptions options = onBlue();
   options.backgroundTop = options.backgroundBottom = Colour{0, 0, 0, 0};
   const Picture picture = render(makeCube(), options);
   EXPECT_EQ(picture.at(1, 1).alpha, 0);

@@ -32,12 +32,13 @@ Vector4 moved(GLenum matrixName, const Vector4& v) {
 }
 
 // Where OpenGL itself puts a point: pixels from the lower left corner, and depth.
-std::array<double, 3> project(const ViewController& view, const std::array<double, 3>& point) {
-  view.camera().loadProjection(kSize);
+std::array<double, 3> project(const ViewController& view, const std::array<double, 3>& point,
+                              zel::view::ViewSize size = kSize) {
+  view.camera().loadProjection(size);
   view.camera().loadModelView();
   const Vector4 eye = moved(GL_MODELVIEW_MATRIX, {point[0], point[1], point[2], 1});
   const Vector4 clip = moved(GL_PROJECTION_MATRIX, eye);
-  return {(clip[0] / clip[3] + 1) * kSize.width / 2, (clip[1] / clip[3] + 1) * kSize.height / 2,
+  return {(clip[0] / clip[3] + 1) * size.width / 2, (clip[1] / clip[3] + 1) * size.height / 2,
           clip[2] / clip[3]};
 }
 
@@ -45,7 +46,7 @@ class View : public testing::Test {
  protected:
   View() : view(UpAxis::kY, {}) {
     view.resize(kSize);
-    view.setScene(kBox);
+    view.setScene(kBox, UpAxis::kY);
   }
 
   const std::vector<std::array<float, 3>> kBox{
@@ -88,6 +89,70 @@ TEST_F(View, standardViewsLookAlongTheAxes) {
     view.perform(Action::kViewOpposite);
     EXPECT_GT(project(view, expected.near)[2], project(view, {0, 0, 0})[2]);
   }
+}
+
+// A view of another side and a window of another shape used to keep the shift and zoom of before.
+TEST_F(View, changingViewAndSizeKeepsTheSceneFramed) {
+  const auto reach = [this](zel::view::ViewSize size) {
+    double most = 0;
+    for (const auto& p : kBox) {
+      const auto at = project(view, {p[0], p[1], p[2]}, size);
+      most = std::max(
+          {most, std::abs(at[0] / size.width * 2 - 1), std::abs(at[1] / size.height * 2 - 1)});
+    }
+    return most;
+  };
+  for (const Action side :
+       {Action::kViewFront, Action::kViewBack, Action::kViewLeft, Action::kViewRight,
+        Action::kViewTop, Action::kViewBottom, Action::kViewIsometric, Action::kViewOpposite}) {
+    view.resize(kSize);
+    view.perform(side);
+    EXPECT_NEAR(reach(kSize), 1 / 1.08, 1e-5);
+    view.resize({150, 400});
+    EXPECT_NEAR(reach({150, 400}), 1 / 1.08, 1e-5);
+  }
+  // What a person has zoomed stays as large as the narrow window allows.
+  view.resize(kSize);
+  view.perform(Action::kFrameAll);
+  view.turnWheel(-3);
+  const double before = reach(kSize);
+  view.resize({200, 400});
+  EXPECT_LT(reach({200, 400}), before * 1.6);
+  view.resize(kSize);
+  EXPECT_NEAR(reach(kSize), before, 1e-9);
+}
+
+TEST_F(View, raysGoThroughWhatIsDrawnThere) {
+  view.centreOn({0.2F, -0.1F, 0.3F});
+  view.beginDrag(Action::kOrbit, {0, 0});
+  view.drag({70, 30});
+  for (const bool orthographic : {false, true}) {
+    view.camera().setOrthographic(orthographic);
+    const auto centre = project(view, {0.2, -0.1, 0.3});
+    EXPECT_NEAR(centre[0], kSize.width / 2.0, 1e-3);
+    EXPECT_NEAR(centre[1], kSize.height / 2.0, 1e-3);
+    const auto ray = view.camera().rayThrough(412, 77, kSize);
+    for (const float far : {2.0F, 3.5F}) {
+      std::array<double, 3> p{};
+      for (std::size_t k = 0; k < 3; ++k) {
+        p[k] = static_cast<double>(ray.origin[k] + far * ray.direction[k]);
+      }
+      const auto at = project(view, p);
+      EXPECT_NEAR(at[0], 412, 0.1);
+      EXPECT_NEAR(kSize.height - at[1], 77, 0.1);
+    }
+  }
+}
+
+TEST_F(View, aPressThatHardlyMovesIsAClick) {
+  view.beginDrag(Action::kOrbit, {100, 100});
+  EXPECT_FALSE(view.drag({102, 99}));
+  EXPECT_TRUE(view.endDrag());
+  EXPECT_FALSE(view.endDrag());
+  view.beginDrag(Action::kOrbit, {100, 100});
+  EXPECT_TRUE(view.drag({110, 100}));
+  EXPECT_TRUE(view.drag({101, 100}));
+  EXPECT_FALSE(view.endDrag());
 }
 
 TEST_F(View, zPointsUpWhenAsked) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <span>
 #include <string>
@@ -13,32 +14,61 @@ enum class Action {
   kPan,
   kZoomByDrag,
   kZoomByWheel,
+  kPick,
+  kCentre,
   kViewFront,
+  kViewBack,
   kViewRight,
+  kViewLeft,
   kViewTop,
+  kViewBottom,
+  kViewIsometric,
   kViewOpposite,
   kToggleOrthographic,
   kFrameAll,
+  kStartView,
+  kToggleFaces,
   kToggleEdges,
+  kToggleFeatures,
   kToggleBoundary,
   kToggleNormals,
+  kNextColouring,
   kToggleTexture,
   kToggleSmooth,
-  kScreenshot,
+  kToggleOcclusion,
+  kToggleShadow,
+  kToggleAxes,
+  kToggleGrid,
+  kToggleDark,
+  kPreviousFile,
+  kNextFile,
+  kReload,
   kOpenDropped,
+  kScreenshot,
   kToggleHelp,
+  kEscape,
   kQuit,
 };
 
 /// With what it is done.
-enum class Input { kKey, kLeftDrag, kShiftLeftDrag, kMiddleDrag, kRightDrag, kWheel, kDrop };
+enum class Input {
+  kKey,
+  kLeftDrag,
+  kShiftLeftDrag,
+  kMiddleDrag,
+  kRightDrag,
+  kWheel,
+  kClick,
+  kDoubleClick,
+  kDrop
+};
 
 /// One line of the table that code, on-screen help and manual share.
 struct Binding {
   Action action;
   Input input;
-  int key;       ///< SDL key code; 0 unless `input` is kKey
-  bool control;  ///< whether Ctrl must be held
+  std::array<int, 3> keys;  ///< SDL key codes, any of them, then 0; all 0 unless `input` is kKey
+  bool control;             ///< whether Ctrl must be held
   const char* trigger;
   const char* effect;
 };
@@ -46,7 +76,7 @@ struct Binding {
 /// The table, in the order of the help.
 [[nodiscard]] std::span<const Binding> bindings();
 
-/// @param key SDL key code; keys of the number pad count as digits.
+/// @param key SDL key code; keys of the number pad count as digits and Enter.
 [[nodiscard]] std::optional<Action> actionOfKey(int key, bool control);
 /// @param input anything but kKey.
 [[nodiscard]] std::optional<Action> actionOfInput(Input input);

@@ -3,19 +3,21 @@
 #include <GL/gl.h>
 
 #include <algorithm>
+#include <string_view>
 
 #include "tools/view/pictures/font.h"
 
 namespace zel::view {
 namespace {
 
-constexpr int kInset = 12;    // pixels from the edge of the area to a panel
 constexpr int kPadding = 10;  // pixels from the edge of a panel to its text
-constexpr int kLineHeight = kGlyphHeight + 4;
+constexpr int kLineGap = 2;
+constexpr int kStatusPadding = 4;
+constexpr Colour kText{238, 242, 248, 255};
 
 // Coordinates become pixels from the lower left corner; nothing but plain colour is drawn.
 void usePixels(ViewSize size) {
-  glDisable(GL_LIGHTING);
+  glViewport(0, 0, size.width, size.height);
   glDisable(GL_DEPTH_TEST);
   glDisable(GL_TEXTURE_2D);
   glMatrixMode(GL_PROJECTION);
@@ -25,34 +27,58 @@ void usePixels(ViewSize size) {
   glLoadIdentity();
 }
 
+void fillRectangle(int left, int bottom, int right, int top, float opacity) {
+  glEnable(GL_BLEND);
+  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+  glColor4f(0.10F, 0.13F, 0.18F, opacity);
+  glRecti(left, bottom, right, top);
+  glDisable(GL_BLEND);
+}
+
+// The text, or as much of its start as there are pixels for.
+std::string shortened(const std::string& text, int pixels, int scale) {
+  constexpr std::string_view kCut = "...";
+  const auto most = static_cast<std::size_t>(std::max(pixels / (kGlyphWidth * scale), 0));
+  if (text.size() <= most) {
+    return text;
+  }
+  return text.substr(0, most - std::min(most, kCut.size())) + std::string(kCut);
+}
+
 }  // namespace
 
-void drawPanel(const std::vector<std::string>& lines, ViewSize size) {
+int panelWidth(const std::vector<std::string>& lines, int scale) {
   std::size_t longest = 0;
   for (const std::string& line : lines) {
     longest = std::max(longest, line.size());
   }
+  return (static_cast<int>(longest) * kGlyphWidth + 2 * kPadding) * scale;
+}
+
+void drawPanel(const std::vector<std::string>& lines, ViewSize size, int scale) {
   usePixels(size);
-  const int width = static_cast<int>(longest) * kGlyphWidth + 2 * kPadding;
-  const int height = static_cast<int>(lines.size()) * kLineHeight + 2 * kPadding;
-  const int top = size.height - kInset;
-  glEnable(GL_BLEND);
-  glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
-  glColor4f(0.10F, 0.13F, 0.18F, 0.82F);
-  glRecti(kInset, top - height, kInset + width, top);
-  glDisable(GL_BLEND);
-  glColor3f(0.93F, 0.95F, 0.98F);
-  int baseline = top - kPadding - kGlyphHeight;
+  fillRectangle(0, 0, size.width, size.height, 1);
+  int baseline = size.height - (kPadding + kGlyphHeight) * scale;
   for (const std::string& line : lines) {
-    drawText(kInset + kPadding, baseline, line);
-    baseline -= kLineHeight;
+    if (baseline < 0) {
+      return;
+    }
+    drawText(kPadding * scale, baseline, shortened(line, size.width - kPadding * scale, scale),
+             kText, scale);
+    baseline -= (kGlyphHeight + kLineGap) * scale;
   }
 }
 
-void drawStatus(const std::string& text, ViewSize size) {
+void drawStatus(const std::string& text, ViewSize size, int left, int scale) {
+  if (text.empty()) {
+    return;
+  }
   usePixels(size);
-  glColor3f(0.25F, 0.30F, 0.38F);
-  drawText(kInset, kInset, text);
+  const std::string shown = shortened(text, size.width - left - 2 * kPadding * scale, scale);
+  const int width = static_cast<int>(shown.size()) * kGlyphWidth * scale;
+  fillRectangle(left, 0, left + width + 2 * kPadding * scale,
+                (kGlyphHeight + 2 * kStatusPadding) * scale, 0.72F);
+  drawText(left + kPadding * scale, kStatusPadding * scale, shown, kText, scale);
 }
 
 }  // namespace zel::view

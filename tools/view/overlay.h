@@ -7,10 +7,16 @@
 
 namespace zel::view {
 
-/// Draws lines of text on a panel in the upper left corner of the current drawing area.
-void drawPanel(const std::vector<std::string>& lines, ViewSize size);
+/// @return pixels that a panel of these lines takes at the left of a drawing buffer.
+[[nodiscard]] int panelWidth(const std::vector<std::string>& lines, int scale);
 
-/// Draws one line of text in the lower left corner.
-void drawStatus(const std::string& text, ViewSize size);
+/// Draws lines of text on a panel at the left of the buffer. What does not fit is left out.
+/// @param size  of the panel.
+/// @param scale pixels a side for each pixel of the font.
+void drawPanel(const std::vector<std::string>& lines, ViewSize size, int scale);
+
+/// Draws one line of text on a strip in the lower left corner; what is too long is cut.
+/// @param left pixels of the buffer to the left of the strip.
+void drawStatus(const std::string& text, ViewSize size, int left, int scale);
 
 }  // namespace zel::view

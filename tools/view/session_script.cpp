@@ -18,11 +18,13 @@ struct CommandShape {
 
 constexpr std::size_t kAnyNumber = 1000;
 constexpr std::array kCommands{
-    CommandShape{"key", 1, 1},        CommandShape{"drag", 5, 6},
-    CommandShape{"wheel", 1, 1},      CommandShape{"drop", 1, kAnyNumber},
-    CommandShape{"screenshot", 1, 1}, CommandShape{"title", 0, 0},
-    CommandShape{"cursor", 2, 2},     CommandShape{"message", 1, kAnyNumber},
-    CommandShape{"wait", 1, 1},
+    CommandShape{"key", 1, 1},         CommandShape{"drag", 5, 6},
+    CommandShape{"wheel", 1, 1},       CommandShape{"drop", 1, kAnyNumber},
+    CommandShape{"screenshot", 1, 1},  CommandShape{"title", 0, 0},
+    CommandShape{"cursor", 2, 2},      CommandShape{"message", 1, kAnyNumber},
+    CommandShape{"wait", 1, 1},        CommandShape{"click", 2, 2},
+    CommandShape{"doubleclick", 2, 2}, CommandShape{"status", 0, 0},
+    CommandShape{"resize", 2, 2},
 };
 
 constexpr int kDragSteps = 8;
@@ -84,10 +86,9 @@ bool isWellFormed(const ScriptStep& step) {
       return mouseButton(step.words[0]) && areNumbers(step.words, 1, 5) &&
              (count == 5 || step.words[5] == "shift");
     }
-    if (step.command == "wheel" || step.command == "wait" || step.command == "cursor") {
-      return areNumbers(step.words, 0, count);
-    }
-    return true;
+    const bool takesText =
+        step.command == "drop" || step.command == "screenshot" || step.command == "message";
+    return takesText || areNumbers(step.words, 0, count);
   }
   return false;
 }
@@ -101,15 +102,24 @@ void pushKey(Uint32 type, const SDL_Keysym& key, Uint32 window) {
   SDL_PushEvent(&event);
 }
 
-void pushButton(Uint32 type, Uint8 button, int x, int y, Uint32 window) {
+void pushButton(Uint32 type, Uint8 button, int x, int y, Uint32 window, Uint8 clicks = 1) {
   SDL_Event event{};
   event.type = type;
   event.button.windowID = window;
   event.button.button = button;
   event.button.state = type == SDL_MOUSEBUTTONDOWN ? SDL_PRESSED : SDL_RELEASED;
+  event.button.clicks = clicks;
   event.button.x = x;
   event.button.y = y;
   SDL_PushEvent(&event);
+}
+
+void pushClicks(const ScriptStep& step, Uint8 count, Uint32 window) {
+  for (Uint8 click = 1; click <= count; ++click) {
+    for (const Uint32 type : {SDL_MOUSEBUTTONDOWN, SDL_MOUSEBUTTONUP}) {
+      pushButton(type, SDL_BUTTON_LEFT, numberIn(step, 0), numberIn(step, 1), window, click);
+    }
+  }
 }
 
 void pushDrag(const std::vector<std::string>& words, Uint32 window) {
@@ -196,6 +206,8 @@ bool pushInput(const ScriptStep& step, SDL_Window* window) {
     pushKey(SDL_KEYUP, key, id);
   } else if (step.command == "drag") {
     pushDrag(step.words, id);
+  } else if (step.command == "click" || step.command == "doubleclick") {
+    pushClicks(step, step.command == "click" ? 1 : 2, id);
   } else if (step.command == "wheel") {
     pushWheel(numberIn(step, 0), id);
   } else if (step.command == "drop") {

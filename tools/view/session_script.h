@@ -17,10 +17,12 @@ struct ScriptStep {
 ///
 ///     key Ctrl+Q | key F12            press and release a key
 ///     drag left|middle|right X1 Y1 X2 Y2 [shift]
+///     click X Y | doubleclick X Y     press and release the left button
 ///     wheel NOTCHES
 ///     drop FILE                       as if dropped on the window
 ///     screenshot FILE                 what the window shows, as PNG
-///     title                           print the window's title
+///     title | status                  print the window's title, or its status line
+///     resize WIDTH HEIGHT             make the window so large
 ///     cursor X Y                      glide the cursor there, in pixels of the window
 ///     message TEXT                    show a message box
 ///     wait MILLISECONDS

@@ -16,9 +16,11 @@ class ViewController {
   explicit ViewController(UpAxis up, const DrawOptions& options);
 
   /// Takes another scene in hand and frames it. @param points what is to be seen of it.
-  void setScene(std::vector<std::array<float, 3>> points);
-  /// The drawing area has a new size.
-  void resize(ViewSize size) { size_ = size; }
+  void setScene(std::vector<std::array<float, 3>> points, UpAxis up);
+  /// Takes another state of the same scene in hand; the view stays as it is.
+  void replaceScene(std::vector<std::array<float, 3>> points) { points_ = std::move(points); }
+  /// The drawing area has a new size. A framed scene stays framed.
+  void resize(ViewSize size);
 
   /// Carries out what a key does. @return whether the view must be drawn again.
   bool perform(Action action);
@@ -26,9 +28,12 @@ class ViewController {
   void beginDrag(Action action, CPoint at);
   /// The mouse moved. @return whether a drag is under way.
   bool drag(CPoint to);
-  void endDrag() { isDragging_ = false; }
+  /// @return whether the mouse had hardly moved, so that it was a click.
+  bool endDrag();
   /// The wheel turned. @param notches positive: away from the person, which zooms in.
   void turnWheel(int notches);
+  /// Puts a point of the scene into the middle.
+  void centreOn(const std::array<float, 3>& point);
 
   [[nodiscard]] const Camera& camera() const { return camera_; }
   [[nodiscard]] Camera& camera() { return camera_; }
@@ -38,13 +43,17 @@ class ViewController {
 
  private:
   void frameAll();
+  bool changeView(Action action);
+  bool changeOptions(Action action);
 
   Camera camera_;
   DrawOptions options_;
   ViewSize size_{1, 1};
   std::vector<std::array<float, 3>> points_;
+  bool isFramed_ = true;  ///< since the last framing nobody has moved or zoomed
   bool showsHelp_ = false;
   bool isDragging_ = false;
+  bool hasMoved_ = false;  ///< the drag is more than a click
   Action dragAction_ = Action::kOrbit;
   CPoint dragStart_;
   CPoint dragLast_;

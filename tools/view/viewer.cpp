@@ -1,128 +1,74 @@
 #include "tools/view/viewer.h"
 
-#include <GL/gl.h>
-
 #include <algorithm>
-#include <array>
+#include <cmath>
 #include <cstdio>
-#include <filesystem>
-#include <string_view>
+#include <utility>
 
-#include "tools/view/overlay.h"
-#include "tools/view/pictures/graphics_error.h"
-#include "tools/view/pictures/offscreen_context.h"
-#include "tools/view/pictures/picture_mean.h"
 #include "zel/core/desktop.h"
 
 namespace zel::view {
 namespace {
 
-constexpr int kIdleMilliseconds = 200;
+constexpr int kIdleMilliseconds = 150;
 // So long without input the view counts as at rest.
 constexpr int kRestMilliseconds = 60;
-constexpr int kSamples = 4;
-
-SDL_Window* openWindow(ViewSize size, int samples) {
-  SDL_GL_SetAttribute(SDL_GL_DEPTH_SIZE, 24);
-  SDL_GL_SetAttribute(SDL_GL_DOUBLEBUFFER, 1);
-  SDL_GL_SetAttribute(SDL_GL_MULTISAMPLEBUFFERS, samples > 0 ? 1 : 0);
-  SDL_GL_SetAttribute(SDL_GL_MULTISAMPLESAMPLES, samples);
-  return SDL_CreateWindow("zel", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, size.width,
-                          size.height,
-                          SDL_WINDOW_OPENGL | SDL_WINDOW_RESIZABLE | SDL_WINDOW_HIDDEN);
-}
-
-// SDL falls back on drivers whose windows nobody sees.
-bool hasDisplay() {
-  const char* const chosen = SDL_getenv("SDL_VIDEODRIVER");
-  const std::string_view driver = SDL_GetCurrentVideoDriver();
-  return (chosen != nullptr && *chosen != '\0') || (driver != "offscreen" && driver != "dummy");
-}
-
-// Whether the current context draws without a graphics card.
-bool isSoftware() {
-  const auto* const name = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
-  const std::string_view renderer = name != nullptr ? name : "";
-  constexpr std::array<std::string_view, 4> kNames{"llvmpipe", "softpipe", "swrast", "Software"};
-  return std::any_of(kNames.begin(), kNames.end(), [renderer](std::string_view part) {
-    return renderer.find(part) != std::string_view::npos;
-  });
-}
+constexpr const char* kGreeting = "?: help";
 
 }  // namespace
 
-// SDL, the window and its OpenGL context, released in the reverse order.
-struct Viewer::Window {
-  explicit Window(ViewSize size) {
-    if (SDL_Init(SDL_INIT_VIDEO) != 0) {
-      throw GraphicsError(std::string("no display can be opened: ") + SDL_GetError());
-    }
-    if (!hasDisplay()) {
-      SDL_Quit();
-      throw GraphicsError("there is no display");
-    }
-    for (const int samples : {kSamples, 0}) {
-      handle = openWindow(size, samples);
-      context = handle != nullptr ? SDL_GL_CreateContext(handle) : nullptr;
-      smoothsAtRest = context != nullptr && isSoftware();
-      if (context != nullptr && !(smoothsAtRest && samples > 0)) {
-        SDL_ShowWindow(handle);
-        return;
-      }
-      SDL_GL_DeleteContext(context);
-      SDL_DestroyWindow(handle);
-    }
-    const std::string reason = SDL_GetError();
-    SDL_Quit();
-    throw GraphicsError("no window with OpenGL can be opened: " + reason);
-  }
-  ~Window() {
-    SDL_GL_DeleteContext(context);
-    SDL_DestroyWindow(handle);
-    SDL_Quit();
-  }
-  Window(const Window&) = delete;
-  Window& operator=(const Window&) = delete;
-
-  SDL_Window* handle = nullptr;
-  SDL_GLContext context = nullptr;
-  // Multisampling would slow every frame down; the view at rest is drawn several times instead.
-  bool smoothsAtRest = false;
-};
-
 Viewer::Viewer(const ViewerSetup& setup, ViewerServices services)
-    : window_(std::make_unique<Window>(setup.size)),
+    : window_(setup.size),
       services_(std::move(services)),
-      controller_(setup.up, setup.draw),
+      controller_(UpAxis::kY, setup.draw),
       texture_(setup.texture),
+      files_(setup.files),
       script_(setup.script.begin(), setup.script.end()),
-      isScripted_(!setup.script.empty()) {
-  platform_.setWindow(window_->handle);
+      isScripted_(!setup.script.empty()),
+      status_(kGreeting) {
+  platform_.setWindow(window_.handle());
   SDL_EventState(SDL_DROPFILE, SDL_ENABLE);
   noteSize();
 }
 
 Viewer::~Viewer() = default;
 
-void Viewer::noteSize() {
-  ViewSize size{};
-  SDL_GL_GetDrawableSize(window_->handle, &size.width, &size.height);
-  controller_.resize({std::max(size.width, 1), std::max(size.height, 1)});
-  mustDraw_ = true;
-}
-
 void Viewer::show(OpenedScene opened) {
-  painter_.reset();
-  scene_ = std::move(opened.scene);
-  painter_ = std::make_unique<ScenePainter>(*scene_, texture_);
-  controller_.setScene(scene_->shownPoints());
-  SDL_SetWindowTitle(window_->handle, opened.title.c_str());
+  watch_ = files_.empty() ? FileWatch() : FileWatch(files_[place_]);
+  if (opened.scene == nullptr) {
+    tellProblem(opened.problem);
+    return;
+  }
+  takeScene(std::move(opened.scene), opened.up);
+  controller_.setScene(scene_->shownPoints(), opened.up);
+  SDL_SetWindowTitle(window_.handle(), opened.title.c_str());
   describe(controller_.options().boundary ? Action::kToggleBoundary : Action::kFrameAll);
-  mustDraw_ = true;
 }
 
-void Viewer::run() {
-  while (!mustQuit_) {
+void Viewer::showReloaded(OpenedScene opened) {
+  if (opened.scene == nullptr) {
+    tellProblem(opened.problem);
+    return;
+  }
+  takeScene(std::move(opened.scene), opened.up);
+  controller_.replaceScene(scene_->shownPoints());
+  SDL_SetWindowTitle(window_.handle(), opened.title.c_str());
+  status_ = "read again";
+}
+
+void Viewer::tellProblem(const std::string& problem) {
+  status_ = problem;
+  mustDraw_ = true;
+  failScript();
+}
+
+void Viewer::failScript() {
+  hasFailed_ = hasFailed_ || isScripted_;
+  mustQuit_ = mustQuit_ || isScripted_;
+}
+
+bool Viewer::run() {
+  while (!mustQuit_ && !SdlWindow::mustEnd()) {
     if (mustDraw_) {
       present();
     }
@@ -133,15 +79,17 @@ void Viewer::run() {
     while (!mustQuit_ && SDL_PollEvent(&event) != 0) {
       handle(event);
     }
+    serveTime();
     if (isScripted_ && !mustQuit_) {
       if (script_.empty()) {
-        return;
+        break;
       }
       const ScriptStep step = script_.front();
       script_.pop_front();
       playStep(step);
     }
   }
+  return !hasFailed_;
 }
 
 void Viewer::waitForInput() {
@@ -150,6 +98,15 @@ void Viewer::waitForInput() {
     handle(event);
   } else if (mustSmooth_) {
     presentSmooth();
+  }
+}
+
+void Viewer::serveTime() {
+  if (work_ != nullptr && work_->isDone()) {
+    takeOcclusion();
+  }
+  if (watch_.hasChanged(std::chrono::steady_clock::now())) {
+    reload();
   }
 }
 
@@ -166,11 +123,17 @@ void Viewer::handle(const SDL_Event& event) {
     case SDL_KEYUP:
       handleKey(event.key);
       break;
+    case SDL_TEXTINPUT:
+      // Which key makes a question mark is the keyboard's affair.
+      if (event.text.text[0] == '?') {
+        perform(Action::kToggleHelp);
+      }
+      break;
     case SDL_MOUSEBUTTONDOWN:
       handleButton(event.button);
       break;
     case SDL_MOUSEBUTTONUP:
-      controller_.endDrag();
+      endPress(event.button);
       break;
     case SDL_MOUSEMOTION:
       mustDraw_ |= controller_.drag({event.motion.x, event.motion.y});
@@ -214,116 +177,140 @@ void Viewer::handleButton(const SDL_MouseButtonEvent& button) {
   }
 }
 
+void Viewer::endPress(const SDL_MouseButtonEvent& button) {
+  if (controller_.endDrag() && button.button == SDL_BUTTON_LEFT) {
+    pick(button.x, button.y, button.clicks > 1);
+  }
+}
+
+void Viewer::pick(int x, int y, bool centre) {
+  if (scene_ == nullptr) {
+    return;
+  }
+  if (picker_ == nullptr) {
+    picker_ = std::make_unique<Picker>(*scene_);
+  }
+  const double scale = window_.pixelScale();
+  const auto picked = picker_->pick(
+      controller_.camera().rayThrough(x * scale - panelLeft(), y * scale, controller_.size()));
+  hasSelection_ = picked.has_value();
+  painter_->setSelection(picked ? picked->selection : Selection{});
+  status_ = picked ? picked->text : kGreeting;
+  if (picked && centre) {
+    controller_.centreOn(picked->place);
+  }
+  mustDraw_ = true;
+}
+
 void Viewer::perform(Action action) {
   if (action == Action::kQuit) {
     mustQuit_ = true;
+  } else if (action == Action::kEscape) {
+    escape();
   } else if (action == Action::kScreenshot) {
     saveScreenshot();
-  } else if (controller_.perform(action)) {
+  } else if (!performOnFiles(action) && controller_.perform(action)) {
+    if (action == Action::kToggleHelp) {
+      noteSize();
+    }
     describe(action);
     mustDraw_ = true;
   }
 }
 
+bool Viewer::performOnFiles(Action action) {
+  if (action == Action::kReload) {
+    reload();
+  } else if (action == Action::kNextFile && !files_.empty()) {
+    openFile((place_ + 1) % files_.size());
+  } else if (action == Action::kPreviousFile && !files_.empty()) {
+    openFile((place_ + files_.size() - 1) % files_.size());
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void Viewer::escape() {
+  if (controller_.showsHelp()) {
+    perform(Action::kToggleHelp);
+  } else if (hasSelection_) {
+    painter_->setSelection({});
+    hasSelection_ = false;
+    status_ = kGreeting;
+    mustDraw_ = true;
+  } else {
+    mustQuit_ = true;
+  }
+}
+
 void Viewer::describe(Action action) {
   const DrawOptions& options = controller_.options();
-  status_ = "H: help";
+  status_ = kGreeting;
   if (painter_ == nullptr) {
     return;
   }
+  if (files_.size() > 1) {
+    status_ = "file " + std::to_string(place_ + 1) + " of " + std::to_string(files_.size()) + "  " +
+              kGreeting;
+  }
   if (action == Action::kToggleBoundary && options.boundary) {
-    status_ = std::to_string(painter_->boundaryCount()) + " boundary edges";
+    status_ = std::to_string(painter_->edges().boundary.size()) + " boundary edges";
   } else if (action == Action::kToggleTexture && scene_->textureCoords.empty()) {
     status_ = "the mesh has no texture coordinates";
+  } else if (action == Action::kToggleGrid && options.grid) {
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "the grid's lines are %g apart", gridStep(*scene_));
+    status_ = text.data();
+  } else if (action == Action::kNextColouring && options.colouring != Colouring::kOwn) {
+    const ScalarField& field = painter_->scalars(options.colouring);
+    status_ =
+        field.corners.empty() ? field.name + ": nothing to measure" : "colours: " + field.name;
   }
+}
+
+void Viewer::openFile(std::size_t place) {
+  place_ = place;
+  show(services_.open(files_[place]));
 }
 
 void Viewer::openDropped(const std::string& file) {
   OpenedScene opened = services_.open(file);
   if (opened.scene == nullptr) {
-    platform_.showNotice(opened.problem);
-  } else {
-    show(std::move(opened));
+    tellProblem(opened.problem);
+    return;
   }
+  const auto known = std::find(files_.begin(), files_.end(), file);
+  place_ = static_cast<std::size_t>(known - files_.begin());
+  if (known == files_.end()) {
+    files_.push_back(file);
+  }
+  show(std::move(opened));
 }
 
-void Viewer::saveScreenshot() {
-  std::string name;
-  for (int number = 1; name.empty() || std::filesystem::exists(name); ++number) {
-    name = "zel-" + std::to_string(number) + ".png";
-  }
-  drawSmooth(true);
-  const ViewSize size = controller_.size();
-  status_ = services_.save(readPixels(size.width, size.height), name) ? "saved " + name
-                                                                      : "cannot write " + name;
-  mustDraw_ = true;
-}
-
-void Viewer::present() {
-  drawScene(0, 0);
-  drawOverlay();
-  SDL_GL_SwapWindow(window_->handle);
-  mustDraw_ = false;
-  mustSmooth_ = window_->smoothsAtRest;
-}
-
-void Viewer::presentSmooth() {
-  if (drawSmooth(false)) {
-    drawOverlay();
-    SDL_GL_SwapWindow(window_->handle);
-    mustSmooth_ = false;
-  }
-}
-
-bool Viewer::drawSmooth(bool patient) {
-  if (!window_->smoothsAtRest) {
-    drawScene(0, 0);
-    return true;
-  }
-  PictureMean mean(controller_.size());
-  for (const auto& [x, y] : kSamplePlaces) {
-    SDL_PumpEvents();
-    if (!patient && SDL_HasEvents(SDL_FIRSTEVENT, SDL_LASTEVENT) == SDL_TRUE) {
-      return false;
-    }
-    drawScene(-x, -y);
-    mean.add();
-  }
-  mean.paint();
-  return true;
-}
-
-void Viewer::drawScene(double shiftX, double shiftY) {
-  if (painter_ != nullptr) {
-    Camera camera = controller_.camera();
-    camera.shiftPixels(shiftX, shiftY);
-    painter_->draw(controller_.options(), camera, controller_.size());
-  }
-}
-
-void Viewer::drawOverlay() {
-  const ViewSize size = controller_.size();
-  drawStatus(status_, size);
-  if (controller_.showsHelp()) {
-    drawPanel(bindingLines(), size);
+void Viewer::reload() {
+  if (!files_.empty()) {
+    watch_ = FileWatch(files_[place_]);
+    showReloaded(services_.open(files_[place_]));
   }
 }
 
 void Viewer::playStep(const ScriptStep& step) {
-  if (pushInput(step, window_->handle)) {
+  if (pushInput(step, window_.handle())) {
     return;
   }
   if (step.command == "screenshot") {
-    const ViewSize size = controller_.size();
-    drawSmooth(true);
-    drawOverlay();
-    services_.save(readPixels(size.width, size.height), step.words[0]);
-    mustDraw_ = true;
+    saveShot(step.words[0]);
   } else if (step.command == "title") {
-    std::printf("%s\n", SDL_GetWindowTitle(window_->handle));
+    std::printf("%s\n", SDL_GetWindowTitle(window_.handle()));
+  } else if (step.command == "status") {
+    std::printf("%s\n", status_.c_str());
+  } else if (step.command == "resize") {
+    SDL_SetWindowSize(window_.handle(), std::max(numberIn(step, 0), 1),
+                      std::max(numberIn(step, 1), 1));
   } else if (step.command == "cursor") {
     POINT corner{};
-    SDL_GetWindowPosition(window_->handle, &corner.x, &corner.y);
+    SDL_GetWindowPosition(window_.handle(), &corner.x, &corner.y);
     slSetCursorPos(CPoint(corner.x + numberIn(step, 0), corner.y + numberIn(step, 1)));
   } else if (step.command == "message") {
     platform().showMessage(textIn(step).c_str());

@@ -10,6 +10,8 @@ namespace zel::program {
 
 namespace {
 
+constexpr const char* kDarkGround = "dark";
+
 std::optional<view::Colour> parseColour(const std::string& text) {
   if (text == "white") {
     return view::Colour{255, 255, 255, 255};
@@ -31,7 +33,9 @@ std::optional<view::Colour> parseColour(const std::string& text) {
 }
 
 std::string checkColour(const std::string& text) {
-  return parseColour(text) ? "" : "'" + text + "' is neither #rrggbb nor a colour's name";
+  return parseColour(text) || text == kDarkGround
+             ? ""
+             : "'" + text + "' is neither #rrggbb nor a colour's name";
 }
 
 }  // namespace
@@ -40,14 +44,25 @@ void ViewOptions::declare(Options& options) {
   options.flag("--wireframe", wireframe_, "Edges without faces");
   options.flag("--smooth", smooth_, "Smooth faces where they meet at less than 40 degrees");
   options.flag("--edges", edges_, "Draw the edges of faces");
+  options.flag("--features", features_, "Draw the edges between faces that meet at an angle");
+  options.value("--feature-angle", "DEGREES", featureAngle_, "That angle, from 0 to 180")
+      .within(0, 180);
   options.flag("--boundary", boundary_, "Draw the edges of exactly one face in colour");
   options.flag("--normals", normals_, "Draw the normals");
+  options.flag("--axes", axes_, "Draw a cross of the axes");
+  options.flag("--grid", grid_, "Draw a grid on the ground");
+  options.value("--colour", "WHAT", colouring_, "Colours that tell this")
+      .oneOf({"edge-length", "face-area", "texture-stretch"});
   options.value("--texture", "FILE", textureFile_,
                 "Lay this BMP picture over the texture coordinates");
   options.flag("--checker", checker_, "Lay a checker pattern over the texture coordinates");
-  options.value("--up", "AXIS", up_, "Axis of the mesh that points up: y or z").oneOf({"y", "z"});
-  options.value("--background", "COLOUR", background_, "#rrggbb, white, black or transparent")
+  options.value("--up", "AXIS", up_, "Axis of the mesh that points up")
+      .oneOf({"y", "z"})
+      .byDefault("z for STL and 3MF, else y");
+  options.value("--background", "COLOUR", background_, "#rrggbb, white, black, dark or transparent")
       .checkedBy(checkColour);
+  options.flag("--no-shade", unshaded_, "Leave hollows as light as the rest");
+  options.flag("--no-shadow", withoutShadow_, "No shadow on the ground");
 }
 
 view::TextureImage ViewOptions::texture() const {
@@ -62,6 +77,11 @@ view::TextureImage ViewOptions::texture() const {
   return image;
 }
 
+view::UpAxis ViewOptions::upAxis(const std::string& format) const {
+  const bool isZ = up_.empty() ? format == "stl" || format == "3mf" : up_ == "z";
+  return isZ ? view::UpAxis::kZ : view::UpAxis::kY;
+}
+
 view::DrawOptions ViewOptions::drawOptions() const {
   view::DrawOptions options;
   options.faces = !wireframe_;
@@ -69,7 +89,18 @@ view::DrawOptions ViewOptions::drawOptions() const {
   options.textured = checker_ || !textureFile_.empty();
   options.edges = edges_ || wireframe_;
   options.boundary = boundary_;
+  options.features = features_;
+  options.featureAngle = featureAngle_;
   options.normals = normals_;
+  options.axes = axes_;
+  options.grid = grid_;
+  options.occlusion = !unshaded_;
+  options.shadow = !withoutShadow_;
+  options.colouring = colouring_ == "edge-length"       ? view::Colouring::kEdgeLength
+                      : colouring_ == "face-area"       ? view::Colouring::kFaceArea
+                      : colouring_ == "texture-stretch" ? view::Colouring::kStretch
+                                                        : view::Colouring::kOwn;
+  options.setDark(background_ == kDarkGround);
   if (const auto colour = parseColour(background_)) {
     options.backgroundTop = options.backgroundBottom = *colour;
   }

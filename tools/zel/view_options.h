@@ -22,9 +22,10 @@ struct ViewOptions {
   /// Empty: none was named.
   [[nodiscard]] const std::string& textureFile() const { return textureFile_; }
   [[nodiscard]] view::DrawOptions drawOptions() const;
-  [[nodiscard]] view::UpAxis upAxis() const {
-    return up_ == "z" ? view::UpAxis::kZ : view::UpAxis::kY;
-  }
+  /// The axis that was named; else z for formats of machines and printers (STL, 3MF), where it
+  /// points up by custom, and y for all others.
+  /// @param format of the mesh: "stl".
+  [[nodiscard]] view::UpAxis upAxis(const std::string& format) const;
 
  private:
   bool wireframe_ = false;
@@ -32,8 +33,15 @@ struct ViewOptions {
   bool edges_ = false;
   bool boundary_ = false;
   bool normals_ = false;
+  bool features_ = false;
+  bool axes_ = false;
+  bool grid_ = false;
   bool checker_ = false;
-  std::string up_ = "y";
+  bool unshaded_ = false;
+  bool withoutShadow_ = false;
+  double featureAngle_ = 30;
+  std::string colouring_;
+  std::string up_;
   std::string textureFile_;
   std::string background_;
 };

@@ -16,8 +16,8 @@ constexpr double kMargin = 1.08;
 constexpr double kDegreesPerPixel = 0.4;
 constexpr double kMinDistance = 1e-3;
 constexpr double kMaxDistance = 1e3;
-// A little more than the unit sphere that holds the scene.
-constexpr double kSceneRadius = 1.01;
+// The unit sphere that holds the scene, and its shadow and grid on the ground around it.
+constexpr double kSceneRadius = 1.95;
 
 double radians(double degrees) { return degrees * std::numbers::pi / 180; }
 
@@ -42,7 +42,24 @@ void Camera::setAngles(double yaw, double pitch) {
 }
 
 void Camera::setView(StandardView view) {
-  setAngles(view == StandardView::kRight ? 90 : 0, view == StandardView::kTop ? 90 : 0);
+  // The isometric view shows the three axes equally long.
+  static const double kIsometricPitch = std::atan(std::sqrt(0.5)) * 180 / std::numbers::pi;
+  switch (view) {
+    case StandardView::kFront:
+      return setAngles(0, 0);
+    case StandardView::kBack:
+      return setAngles(180, 0);
+    case StandardView::kRight:
+      return setAngles(90, 0);
+    case StandardView::kLeft:
+      return setAngles(-90, 0);
+    case StandardView::kTop:
+      return setAngles(0, 90);
+    case StandardView::kBottom:
+      return setAngles(0, -90);
+    case StandardView::kIsometric:
+      return setAngles(45, kIsometricPitch);
+  }
 }
 
 void Camera::setOppositeView() { setAngles(yaw_ + 180, -pitch_); }
@@ -68,19 +85,17 @@ void Camera::frame(std::span<const std::array<float, 3>> points, ViewSize size) 
   const double tanY = kTanHalfView / kMargin;
   const double tanX = tanY * size.width / size.height;
   if (points.empty()) {
+    pivot_ = {};
     shiftX_ = shiftY_ = 0;
     distance_ = 1 / std::min(tanX, tanY);
     return;
   }
-  const std::array<Vector, 3> turn = rotation();
   Extent x;
   Extent y;
+  pivot_ = {};
+  shiftX_ = shiftY_ = distance_ = 0;
   for (const auto& p : points) {
-    Vector q{};
-    for (std::size_t row = 0; row < 3; ++row) {
-      q[row] = turn[row][0] * static_cast<double>(p[0]) + turn[row][1] * static_cast<double>(p[1]) +
-               turn[row][2] * static_cast<double>(p[2]);
-    }
+    const Vector q = inEye(p);
     const double depth = orthographic_ ? 0 : q[2];
     x.include(q[0], depth * tanX);
     y.include(q[1], depth * tanY);
@@ -88,6 +103,66 @@ void Camera::frame(std::span<const std::array<float, 3>> points, ViewSize size) 
   shiftX_ = x.middle();
   shiftY_ = y.middle();
   distance_ = std::clamp(std::max(x.half() / tanX, y.half() / tanY), kMinDistance, kMaxDistance);
+}
+
+void Camera::centreOn(const std::array<float, 3>& point) {
+  distance_ = std::clamp(-inEye(point)[2], kMinDistance, kMaxDistance);
+  std::copy(point.begin(), point.end(), pivot_.begin());
+  shiftX_ = shiftY_ = 0;
+}
+
+void Camera::adapt(ViewSize before, ViewSize after) {
+  const auto shorterSide = [](ViewSize size) {
+    return std::min(1.0, static_cast<double>(size.width) / size.height);
+  };
+  zoom(shorterSide(after) / shorterSide(before));
+}
+
+std::array<double, 3> Camera::inEye(const std::array<float, 3>& point) const {
+  const std::array<Vector, 3> turn = rotation();
+  Vector placed{-shiftX_, -shiftY_, -distance_};
+  for (std::size_t row = 0; row < 3; ++row) {
+    for (std::size_t k = 0; k < 3; ++k) {
+      placed[row] += turn[row][k] * (static_cast<double>(point[k]) - pivot_[k]);
+    }
+  }
+  return placed;
+}
+
+Camera::Vector Camera::inScene(const Vector& direction) const {
+  const std::array<Vector, 3> turn = rotation();
+  Vector turned{};
+  for (std::size_t k = 0; k < 3; ++k) {
+    turned[k] = turn[0][k] * direction[0] + turn[1][k] * direction[1] + turn[2][k] * direction[2];
+  }
+  return turned;
+}
+
+Ray Camera::rayThrough(double x, double y, ViewSize size) const {
+  const double right = (2 * x - size.width) / size.height * kTanHalfView;
+  const double upward = (size.height - 2 * y) / size.height * kTanHalfView;
+  Vector from{shiftX_, shiftY_, distance_};
+  Vector along{right, upward, -1};
+  if (orthographic_) {
+    // From before the scene, wherever the eye is; near it, so that no digits are lost.
+    from = {shiftX_ + right * distance_, shiftY_ + upward * distance_,
+            distance_ + inEye({})[2] + 2 * kSceneRadius};
+    along = {0, 0, -1};
+  }
+  const Vector origin = inScene(from);
+  const Vector direction = inScene(along);
+  Ray ray{};
+  for (std::size_t k = 0; k < 3; ++k) {
+    ray.origin[k] = static_cast<float>(origin[k] + pivot_[k]);
+    ray.direction[k] = static_cast<float>(direction[k]);
+  }
+  return ray;
+}
+
+bool Camera::isAbove(double level) const {
+  const std::size_t axis = up_ == UpAxis::kZ ? 2 : 1;
+  const Vector eye = inScene(orthographic_ ? Vector{0, 0, 1} : Vector{shiftX_, shiftY_, distance_});
+  return orthographic_ ? eye[axis] > 0 : eye[axis] + pivot_[axis] > level;
 }
 
 void Camera::orbit(int dx, int dy) {
@@ -111,13 +186,15 @@ void Camera::loadProjection(ViewSize size) const {
   glLoadIdentity();
   glTranslated(2 * pixelShift_[0] / size.width, 2 * pixelShift_[1] / size.height, 0);
   const double aspect = static_cast<double>(size.width) / size.height;
-  const double farPlane = distance_ + kSceneRadius;
+  // Planes about the scene, wherever the point is that it turns about.
+  const double depth = -inEye({})[2];
+  const double farPlane = std::max(depth + kSceneRadius, distance_ / 100);
   if (orthographic_) {
     const double halfHeight = distance_ * kTanHalfView;
     glOrtho(-halfHeight * aspect, halfHeight * aspect, -halfHeight, halfHeight,
-            distance_ - kSceneRadius, farPlane);
+            depth - kSceneRadius, farPlane);
   } else {
-    const double nearPlane = std::max(distance_ - kSceneRadius, std::min(0.01, distance_ / 2));
+    const double nearPlane = std::max(depth - kSceneRadius, std::min(0.01, distance_ / 2));
     const double halfHeight = nearPlane * kTanHalfView;
     glFrustum(-halfHeight * aspect, halfHeight * aspect, -halfHeight, halfHeight, nearPlane,
               farPlane);
@@ -127,9 +204,10 @@ void Camera::loadProjection(ViewSize size) const {
 
 void Camera::loadModelView() const {
   const std::array<Vector, 3> turn = rotation();
+  const Vector origin = inEye({});
   const std::array<double, 16> columns{
       turn[0][0], turn[1][0], turn[2][0], 0, turn[0][1], turn[1][1], turn[2][1], 0,
-      turn[0][2], turn[1][2], turn[2][2], 0, -shiftX_,   -shiftY_,   -distance_, 1};
+      turn[0][2], turn[1][2], turn[2][2], 0, origin[0],  origin[1],  origin[2],  1};
   glMatrixMode(GL_MODELVIEW);
   glLoadMatrixd(columns.data());
 }

@@ -100,12 +100,12 @@ OffscreenContext::OffscreenContext(int width, int height)
 
 OffscreenContext::~OffscreenContext() = default;
 
-Picture readPixels(int width, int height) {
+Picture readPixels(int width, int height, int left) {
   const std::size_t rowBytes = static_cast<std::size_t>(width) * 4;
   Picture picture{width, height,
                   std::vector<std::uint8_t>(rowBytes * static_cast<std::size_t>(height))};
   glPixelStorei(GL_PACK_ALIGNMENT, 1);
-  glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, picture.rgba.data());
+  glReadPixels(left, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, picture.rgba.data());
   for (std::size_t top = 0, bottom = static_cast<std::size_t>(height); top + 1 < bottom; ++top) {
     --bottom;
     const auto upper = picture.rgba.begin() + static_cast<std::ptrdiff_t>(top * rowBytes);

@@ -28,8 +28,8 @@ class OffscreenContext {
   std::unique_ptr<Handles> handles_;
 };
 
-/// Reads the pixels of the current context's drawing buffer, its lower left corner first in GL
-/// terms, the top row first in the picture.
-[[nodiscard]] Picture readPixels(int width, int height);
+/// Reads pixels of the current context's drawing buffer, from its lower edge and `left` pixels from
+/// its left edge on; the top row comes first in the picture.
+[[nodiscard]] Picture readPixels(int width, int height, int left = 0);
 
 }  // namespace zel::view

@@ -27,6 +27,8 @@ void PictureMean::paint() {
   });
   glDisable(GL_LIGHTING);
   glDisable(GL_DEPTH_TEST);
+  glDisable(GL_BLEND);
+  glViewport(0, 0, size_.width, size_.height);
   glMatrixMode(GL_PROJECTION);
   glLoadIdentity();
   glMatrixMode(GL_MODELVIEW);

@@ -30,7 +30,11 @@ Picture renderPicture(const SceneMesh& scene, const TextureImage& texture, const
   const OffscreenContext context(sampled.width, sampled.height);
   DrawOptions fine = options;
   fine.lineScale *= static_cast<float>(samples);
-  ScenePainter(scene, texture).draw(fine, camera, sampled);
+  ScenePainter painter(scene, texture);
+  if (options.faces && (options.occlusion || options.shadow)) {
+    painter.setOcclusion(measureOcclusion(scene, painter.surface(), camera.up()));
+  }
+  painter.draw(fine, camera, sampled);
   return shrunk(readPixels(sampled.width, sampled.height), samples);
 }
 

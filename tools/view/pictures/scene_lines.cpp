@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <numbers>
+#include <utility>
 
 namespace zel::view {
 namespace {
@@ -14,34 +16,14 @@ constexpr double kNormalShare = 0.8;       // of the mean edge
 constexpr double kShortestNormal = 0.004;  // of the scene's radius
 constexpr double kLongestNormal = 0.12;
 
-std::array<int, 3> cornersOf(const SceneFace& face) {
-  std::array<int, 3> corners{};
-  face.triangle.GetTriangleM(corners.data());
-  return corners;
-}
-
 std::uint64_t edgeKey(int a, int b) {
   const auto [low, high] = std::minmax(a, b);
   return static_cast<std::uint64_t>(low) << 32 | static_cast<std::uint32_t>(high);
 }
 
-Vector3 normalOf(const SceneFace& face) {
-  Vector3 normal{};
-  face.triangle.GetNormM(normal.data());
-  return normal;
-}
-
-float dot(const Vector3& a, const Vector3& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
-
-float areaOf(const SceneMesh& scene, const SceneFace& face) {
-  const std::array<int, 3> corners = cornersOf(face);
-  const Vector3 a = scene.point(corners[0]);
-  const Vector3 b = scene.point(corners[1]);
-  const Vector3 c = scene.point(corners[2]);
-  const Vector3 u{b[0] - a[0], b[1] - a[1], b[2] - a[2]};
-  const Vector3 v{c[0] - a[0], c[1] - a[1], c[2] - a[2]};
-  const float square = dot(u, u) * dot(v, v) - dot(u, v) * dot(u, v);
-  return std::sqrt(std::max(square, 0.0F)) / 2;
+float degreesBetween(const SceneFace& a, const SceneFace& b) {
+  const float cosine = std::clamp(dot(normalOf(a), normalOf(b)), -1.0F, 1.0F);
+  return std::acos(cosine) * static_cast<float>(180 / std::numbers::pi);
 }
 
 // The faces around each node: those of node n stand from starts[n] to starts[n + 1].
@@ -71,26 +53,35 @@ struct FacesAround {
 }  // namespace
 
 EdgeLists edgesOf(const SceneMesh& scene) {
-  std::vector<std::uint64_t> keys;
-  keys.reserve(3 * scene.faces.size());
-  for (const SceneFace& face : scene.faces) {
-    const std::array<int, 3> corners = cornersOf(face);
+  struct Side {
+    std::uint64_t edge;
+    std::uint32_t face;
+  };
+  std::vector<Side> sides;
+  sides.reserve(3 * scene.faces.size());
+  for (std::uint32_t f = 0; f < scene.faces.size(); ++f) {
+    const std::array<int, 3> corners = cornersOf(scene.faces[f]);
     for (std::size_t k = 0; k < 3; ++k) {
-      if ((face.realEdges >> k & 1) != 0) {
-        keys.push_back(edgeKey(corners[k], corners[(k + 1) % 3]));
+      if ((scene.faces[f].realEdges >> k & 1) != 0) {
+        sides.push_back({edgeKey(corners[k], corners[(k + 1) % 3]), f});
       }
     }
   }
-  std::sort(keys.begin(), keys.end());
+  std::sort(sides.begin(), sides.end(), [](const Side& a, const Side& b) {
+    return std::pair(a.edge, a.face) < std::pair(b.edge, b.face);
+  });
   EdgeLists lists;
-  for (std::size_t first = 0; first < keys.size();) {
+  for (std::size_t first = 0; first < sides.size();) {
     std::size_t last = first + 1;
-    while (last < keys.size() && keys[last] == keys[first]) {
+    while (last < sides.size() && sides[last].edge == sides[first].edge) {
       ++last;
     }
-    const Edge edge{static_cast<int>(keys[first] >> 32),
-                    static_cast<int>(keys[first] & 0xFFFFFFFF)};
+    const Edge edge{static_cast<int>(sides[first].edge >> 32),
+                    static_cast<int>(sides[first].edge & 0xFFFFFFFF)};
     lists.all.push_back(edge);
+    lists.bends.push_back(last - first == 2 ? degreesBetween(scene.faces[sides[first].face],
+                                                             scene.faces[sides[first + 1].face])
+                                            : 180);
     if (last - first == 1) {
       lists.boundary.push_back(edge);
     }
@@ -111,10 +102,7 @@ std::vector<PlacedNormal> normalsOf(const SceneMesh& scene) {
     for (const SceneFace& face : scene.faces) {
       Vector3 centre{};
       for (const int corner : cornersOf(face)) {
-        const Vector3 point = scene.point(corner);
-        for (std::size_t k = 0; k < 3; ++k) {
-          centre[k] += point[k] / 3;
-        }
+        centre = plus(centre, scene.point(corner), 1.0F / 3);
       }
       normals.push_back({centre, normalOf(face)});
     }
@@ -125,12 +113,16 @@ std::vector<PlacedNormal> normalsOf(const SceneMesh& scene) {
 float normalLength(const SceneMesh& scene, const std::vector<Edge>& edges) {
   double sum = 0;
   for (const Edge& edge : edges) {
-    const Vector3 a = scene.point(edge[0]);
-    const Vector3 b = scene.point(edge[1]);
-    sum += static_cast<double>(std::hypot(b[0] - a[0], b[1] - a[1], b[2] - a[2]));
+    sum += static_cast<double>(length(minus(scene.point(edge[1]), scene.point(edge[0]))));
   }
   const double mean = edges.empty() ? kLongestNormal : sum / static_cast<double>(edges.size());
   return static_cast<float>(std::clamp(mean * kNormalShare, kShortestNormal, kLongestNormal));
+}
+
+float areaOf(const SceneMesh& scene, const SceneFace& face) {
+  const auto [a, b, c] = cornersOf(face);
+  const Vector3 origin = scene.point(a);
+  return length(cross(minus(scene.point(b), origin), minus(scene.point(c), origin))) / 2;
 }
 
 std::vector<Vector3> cornerNormals(const SceneMesh& scene) {
@@ -151,14 +143,10 @@ std::vector<Vector3> cornerNormals(const SceneMesh& scene) {
         const std::size_t other = around.faces[i];
         const Vector3 normal = normalOf(scene.faces[other]);
         if (dot(normal, own) > kCosCrease) {
-          for (std::size_t k = 0; k < 3; ++k) {
-            sum[k] += areas[other] * normal[k];
-          }
+          sum = plus(sum, normal, areas[other]);
         }
       }
-      const float length = std::hypot(sum[0], sum[1], sum[2]);
-      normals.push_back(length > 0 ? Vector3{sum[0] / length, sum[1] / length, sum[2] / length}
-                                   : own);
+      normals.push_back(unit(sum, own));
     }
   }
   return normals;

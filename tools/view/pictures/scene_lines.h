@@ -14,6 +14,8 @@ using Edge = std::array<int, 2>;
 struct EdgeLists {
   std::vector<Edge> all;       ///< each once; the cuts through quads are no edges
   std::vector<Edge> boundary;  ///< those of exactly one face
+  /// By edge: degrees between the planes of its two faces; 180 when it has not two.
+  std::vector<float> bends;
 };
 
 /// Collects the edges, in time n log n.
@@ -30,6 +32,9 @@ struct PlacedNormal {
 
 /// Length of the lines that show normals: a share of the mean edge, within sensible limits.
 [[nodiscard]] float normalLength(const SceneMesh& scene, const std::vector<Edge>& edges);
+
+/// The area of a face, in the scene's unit.
+[[nodiscard]] float areaOf(const SceneMesh& scene, const SceneFace& face);
 
 /// The normals that make smooth surfaces look smooth. Entry 3 f + k is the mean, weighted by area,
 /// of those faces around corner k's node that turn away from face f by less than a crease.

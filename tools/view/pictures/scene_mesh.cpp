@@ -11,8 +11,6 @@ constexpr std::uint8_t kAllEdges = 0b111;
 constexpr std::uint8_t kFirstHalf = 0b011;
 constexpr std::uint8_t kSecondHalf = 0b110;
 
-bool isLive(const KwBaseCL& element) { return element.IsAvailableM() == kTagAvailable; }
-
 bool isFinite(const Vector3& v) {
   return std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]);
 }
@@ -54,13 +52,13 @@ class Assembly {
   }
 
   // Corners are kept as given until the points are placed.
-  bool addFace(int a, int b, int c, std::uint8_t realEdges) {
+  bool addFace(int a, int b, int c, SceneFace face) {
     for (const int corner : {a, b, c}) {
       if (!isUsable(corner)) {
         return false;
       }
     }
-    SceneFace face{TriangleCL(kTagAvailable), realEdges};
+    face.triangle = TriangleCL(kTagAvailable);
     face.triangle.SetTriangleM(a, b, c);
     for (const int corner : {a, b, c}) {
       shown_[static_cast<std::size_t>(corner)] = 1;
@@ -69,12 +67,12 @@ class Assembly {
     return true;
   }
 
-  bool addQuad(const std::array<int, 4>& corners) {
+  bool addQuad(const std::array<int, 4>& corners, int slot) {
     if (!std::all_of(corners.begin(), corners.end(), [this](int c) { return isUsable(c); })) {
       return false;
     }
-    return addFace(corners[0], corners[1], corners[2], kFirstHalf) &&
-           addFace(corners[0], corners[2], corners[3], kSecondHalf);
+    return addFace(corners[0], corners[1], corners[2], {{}, kFirstHalf, true, slot}) &&
+           addFace(corners[0], corners[2], corners[3], {{}, kSecondHalf, true, slot});
   }
 
   void placePoints() {
@@ -92,7 +90,8 @@ class Assembly {
       const Vector3 original = originalPoint(slot);
       Vector3 placed{};
       for (std::size_t k = 0; k < 3; ++k) {
-        placed[k] = static_cast<float>((static_cast<double>(original[k]) - centre_[k]) / radius_);
+        placed[k] = static_cast<float>((static_cast<double>(original[k]) - scene_.centre[k]) /
+                                       scene_.radius);
       }
       scene_.points.SetItemM(placed.data(), slot);
     }
@@ -100,10 +99,8 @@ class Assembly {
 
   void giveFaceNormals() {
     for (SceneFace& face : scene_.faces) {
-      std::array<int, 3> corners{};
-      face.triangle.GetTriangleM(corners.data());
-      const Vector3 normal =
-          planeNormal(scene_.point(corners[0]), scene_.point(corners[1]), scene_.point(corners[2]));
+      const auto [a, b, c] = cornersOf(face);
+      const Vector3 normal = planeNormal(scene_.point(a), scene_.point(b), scene_.point(c));
       face.triangle.SetNormM(normal.data());
     }
   }
@@ -144,67 +141,60 @@ class Assembly {
       }
     }
     for (std::size_t k = 0; k < 3; ++k) {
-      centre_[k] = (static_cast<double>(low[k]) + static_cast<double>(high[k])) / 2;
+      scene_.centre[k] = (static_cast<double>(low[k]) + static_cast<double>(high[k])) / 2;
     }
     double radius = 0;
     for (const int slot : scene_.shownNodes) {
       const Vector3 point = originalPoint(slot);
-      radius = std::max(radius, std::hypot(static_cast<double>(point[0]) - centre_[0],
-                                           static_cast<double>(point[1]) - centre_[1],
-                                           static_cast<double>(point[2]) - centre_[2]));
+      radius = std::max(radius, std::hypot(static_cast<double>(point[0]) - scene_.centre[0],
+                                           static_cast<double>(point[1]) - scene_.centre[1],
+                                           static_cast<double>(point[2]) - scene_.centre[2]));
     }
-    radius_ = radius > 0 ? radius : 1;
+    scene_.radius = radius > 0 ? radius : 1;
   }
 
   SceneMesh& scene_;
   const NodeArr& nodes_;
   std::vector<char> usable_;  // live and finite
   std::vector<char> shown_;
-  std::array<double, 3> centre_{};
-  double radius_ = 1;
 };
 
-void copyTextureCoords(SceneMesh& scene, const Point2DArr& coords, int triangle) {
-  for (int corner = 0; corner < 3; ++corner) {
-    std::array<float, 2> coord{};
-    const int entry = 3 * triangle + corner;
-    coords.GetItemM(coord.data(), entry);
+// Those of three corners, counted through the whole list.
+void copyTextureCoords(SceneMesh& scene, const Point2DArr& coords,
+                       const std::array<int, 3>& corners) {
+  for (const int corner : corners) {
+    Float2 coord{};
     const bool isSet =
-        coord[0] > kLiveNearMark && std::isfinite(coord[0]) && std::isfinite(coord[1]);
-    scene.textureCoords.push_back(isSet ? coord : std::array<float, 2>{});
+        textureCoordOf(coords, corner, coord) && std::isfinite(coord[0]) && std::isfinite(coord[1]);
+    scene.textureCoords.push_back(isSet ? coord : Float2{});
   }
 }
 
 }  // namespace
 
+SceneMesh::SceneMesh(const Mesh& mesh)
+    : SceneMesh(mesh.nodes, mesh.triangles, mesh.quads, mesh.triangleTexture, mesh.quadTexture) {}
+
 SceneMesh::SceneMesh(const NodeArr& nodes, const TriangleArr& triangles, const QuadArr& quads,
-                     const Point2DArr& coords) {
+                     const Point2DArr& triangleTexture, const Point2DArr& quadTexture) {
   Assembly assembly(*this, nodes);
-  const bool isTextured = coords.GetAvailableNumM() > 0;
-  for (int slot = 0; slot < triangles.GetBoundM(); ++slot) {
-    const TriangleCL& triangle = triangles.ElementAtM(slot);
-    if (!isLive(triangle)) {
-      continue;
-    }
+  const bool isTextured =
+      triangleTexture.GetAvailableNumM() > 0 || quadTexture.GetAvailableNumM() > 0;
+  forEachFace(triangles, [&](int slot, const std::array<int, 3>& corners) {
     ++triangleCount;
-    std::array<int, 3> corners{};
-    triangle.GetTriangleM(corners.data());
-    if (assembly.addFace(corners[0], corners[1], corners[2], kAllEdges) && isTextured) {
-      copyTextureCoords(*this, coords, slot);
+    if (assembly.addFace(corners[0], corners[1], corners[2], {{}, kAllEdges, false, slot}) &&
+        isTextured) {
+      copyTextureCoords(*this, triangleTexture, {3 * slot, 3 * slot + 1, 3 * slot + 2});
     }
-  }
-  for (int slot = 0; slot < quads.GetBoundM(); ++slot) {
-    const QuadCL& quad = quads.ElementAtM(slot);
-    if (isLive(quad)) {
-      ++quadCount;
-      std::array<int, 4> corners{};
-      quad.GetQuadM(corners.data());
-      assembly.addQuad(corners);
+  });
+  forEachFace(quads, [&](int slot, const std::array<int, 4>& corners) {
+    ++quadCount;
+    if (assembly.addQuad(corners, slot) && isTextured) {
+      const int first = 4 * slot;
+      copyTextureCoords(*this, quadTexture, {first, first + 1, first + 2});
+      copyTextureCoords(*this, quadTexture, {first, first + 2, first + 3});
     }
-  }
-  if (isTextured) {
-    textureCoords.resize(3 * faces.size());
-  }
+  });
   assembly.placePoints();
   assembly.giveFaceNormals();
 }
@@ -213,6 +203,24 @@ Vector3 SceneMesh::point(int node) const {
   Vector3 point{};
   points.GetItemM(point.data(), node);
   return point;
+}
+
+std::vector<TrianglePoints> SceneMesh::facePoints() const {
+  std::vector<TrianglePoints> triangles;
+  triangles.reserve(faces.size());
+  for (const SceneFace& face : faces) {
+    const auto [a, b, c] = cornersOf(face);
+    triangles.push_back({point(a), point(b), point(c)});
+  }
+  return triangles;
+}
+
+std::array<double, 3> SceneMesh::inMesh(const Vector3& place) const {
+  std::array<double, 3> original{};
+  for (std::size_t k = 0; k < 3; ++k) {
+    original[k] = centre[k] + radius * static_cast<double>(place[k]);
+  }
+  return original;
 }
 
 std::vector<Vector3> SceneMesh::shownPoints() const {

@@ -4,34 +4,49 @@
 #include <cstdint>
 #include <vector>
 
-#include "zel/containers/point2d_arr.h"
+#include "tools/view/pictures/triangle_tree.h"
+#include "tools/view/pictures/vectors.h"
 #include "zel/containers/point3d_arr.h"
-#include "zel/mesh/node.h"
-#include "zel/mesh/quad.h"
-#include "zel/mesh/triangle.h"
+#include "zel/mesh/mesh.h"
 
 namespace zel::view {
-
-using Vector3 = std::array<float, 3>;
 
 /// A face ready to be drawn.
 struct SceneFace {
   TriangleCL triangle;     ///< corners are node slots; the normal is that of its plane
   std::uint8_t realEdges;  ///< bit k: the side from corner k to the next is an edge of the mesh
+  bool isQuad;             ///< whether it is half of a quad
+  int slot;                ///< of the triangle or quad in the mesh
 };
+
+/// The node slots of a face.
+[[nodiscard]] inline std::array<int, 3> cornersOf(const SceneFace& face) {
+  return zel::cornersOf(face.triangle);
+}
+[[nodiscard]] inline Vector3 normalOf(const SceneFace& face) {
+  Vector3 normal{};
+  face.triangle.GetNormM(normal.data());
+  return normal;
+}
 
 /// A mesh made ready for drawing: centred and scaled into the unit sphere, quads cut in two.
 ///
 /// Left out are deleted elements, and faces that name nodes which are missing, deleted or not
 /// finite.
 struct SceneMesh {
-  /// @param textureCoords entry 3 t + k belongs to corner k of triangle slot t; may be empty.
+  explicit SceneMesh(const Mesh& mesh);
+  /// @param triangleTexture entry 3 t + k belongs to corner k of triangle slot t; may be empty.
+  /// @param quadTexture     entry 4 q + k belongs to corner k of quad slot q; may be empty.
   SceneMesh(const NodeArr& nodes, const TriangleArr& triangles, const QuadArr& quads,
-            const Point2DArr& textureCoords);
+            const Point2DArr& triangleTexture, const Point2DArr& quadTexture = Point2DArr());
 
   [[nodiscard]] Vector3 point(int node) const;
   /// The points of `shownNodes`, which is what a camera should frame.
   [[nodiscard]] std::vector<Vector3> shownPoints() const;
+  /// The corners of all faces.
+  [[nodiscard]] std::vector<TrianglePoints> facePoints() const;
+  /// Where a place of the scene is in the mesh.
+  [[nodiscard]] std::array<double, 3> inMesh(const Vector3& place) const;
 
   Point3DArr points;  ///< by node slot
   std::vector<SceneFace> faces;
@@ -42,6 +57,9 @@ struct SceneMesh {
   std::vector<int> shownNodes;
   /// Unit normals by node slot; zero where the mesh has none.
   std::vector<Vector3> nodeNormals;
+
+  std::array<double, 3> centre{};  ///< of the mesh, which the scene has at the origin
+  double radius = 1;               ///< of the mesh about its centre, which the scene has as 1
 
   // What the mesh holds, drawable or not.
   int nodeCount = 0;

@@ -1,15 +1,28 @@
 #pragma once
 
 #include <array>
+#include <map>
+#include <optional>
+#include <tuple>
 #include <vector>
 
 #include "tools/view/pictures/camera.h"
 #include "tools/view/pictures/draw_options.h"
+#include "tools/view/pictures/lighting.h"
+#include "tools/view/pictures/occlusion.h"
+#include "tools/view/pictures/scalar_field.h"
 #include "tools/view/pictures/scene_lines.h"
 #include "tools/view/pictures/scene_mesh.h"
+#include "tools/view/pictures/surface.h"
 #include "tools/view/pictures/texture.h"
 
 namespace zel::view {
+
+/// What a person has picked out; it is drawn in yellow, over everything.
+struct Selection {
+  std::optional<std::uint32_t> face;  ///< of the scene
+  std::optional<int> node;
+};
 
 /// Draws one scene into the OpenGL context that is current from construction to destruction. What
 /// has been drawn once is kept in display lists of that context.
@@ -17,47 +30,59 @@ class ScenePainter {
  public:
   /// @param scene   must outlive the painter.
   /// @param texture empty: a checker pattern stands in.
+  /// @throws GraphicsError when OpenGL is older than 2.0.
   ScenePainter(const SceneMesh& scene, const TextureImage& texture);
   ~ScenePainter();
   ScenePainter(const ScenePainter&) = delete;
   ScenePainter& operator=(const ScenePainter&) = delete;
 
-  /// Paints background and scene over the whole drawing area.
-  void draw(const DrawOptions& options, const Camera& camera, ViewSize size);
-  /// @return number of boundary edges.
-  [[nodiscard]] std::size_t boundaryCount();
+  /// What measureOcclusion() is to be given with the scene.
+  [[nodiscard]] const Surface& surface() const { return surface_; }
+  /// @param occlusion of surface().
+  void setOcclusion(Occlusion occlusion);
+  void setSelection(const Selection& selection) { selection_ = selection; }
+
+  /// Paints background and scene over a drawing area.
+  /// @param left pixels of the drawing buffer to the left of the area.
+  void draw(const DrawOptions& options, const Camera& camera, ViewSize size, int left = 0);
+
+  [[nodiscard]] const EdgeLists& edges();
+  /// The numbers that the colours show, measured when first asked for.
+  [[nodiscard]] const ScalarField& scalars(Colouring colouring);
 
  private:
-  enum Layer {
-    kFlatFaces,
-    kSmoothFaces,
-    kTexturedFlatFaces,
-    kTexturedSmoothFaces,
-    kEdges,
-    kBoundary,
-    kNormals,
-    kLayers
-  };
+  enum Layer { kEdges, kFeatures, kBoundary, kNormals, kLayers };
+  /// Smooth, textured, shaded by occlusion, coloured.
+  using FaceKey = std::tuple<bool, bool, bool, Colouring>;
 
-  void callLayer(Layer layer);
-  void record(Layer layer);
-  void drawFlatFaces() const;
-  void drawCorners(bool smooth, bool textured) const;
+  [[nodiscard]] FaceKey faceKey(const DrawOptions& options);
+  [[nodiscard]] bool isColoured(const DrawOptions& options);
+  unsigned faceList(const FaceKey& key);
+  void recordFaces(const FaceKey& key);
+  void callLayer(Layer layer, const DrawOptions& options);
+  void record(Layer layer, const DrawOptions& options);
   void drawEdges(const std::vector<Edge>& edges) const;
+  void drawFeatures(double angle);
   void drawNormals();
-  void drawPoints(float size) const;
-  [[nodiscard]] Layer faceLayer(const DrawOptions& options) const;
+  void drawPoints(const DrawOptions& options) const;
   void drawFaces(const DrawOptions& options);
   void pushFacesBack(const DrawOptions& options);
   void drawLines(const DrawOptions& options);
-  const EdgeLists& edgeLists();
+  void drawSelection(const DrawOptions& options) const;
+  void dropFaceLists();
 
   const SceneMesh& scene_;
+  const Surface surface_;
+  FaceLight light_;
+  Occlusion occlusion_;
+  Selection selection_;
   TextureImage texture_;
   unsigned textureName_ = 0;
+  std::map<FaceKey, unsigned> faceLists_;
   std::array<unsigned, kLayers> lists_{};
-  bool hasEdges_ = false;
-  EdgeLists edges_;
+  double recordedAngle_ = 0;  ///< of the list of features
+  std::optional<EdgeLists> edges_;
+  std::map<Colouring, ScalarField> scalars_;
 };
 
 }  // namespace zel::view

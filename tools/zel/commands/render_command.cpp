@@ -1,9 +1,13 @@
 #include <chrono>
+#include <optional>
+#include <utility>
+#include <vector>
 
 #include "tools/view/pictures/graphics_error.h"
 #include "tools/view/pictures/render.h"
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
+#include "tools/zel/file_format.h"
 #include "tools/zel/format_options.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
@@ -14,6 +18,38 @@
 namespace zel::program {
 
 namespace {
+
+constexpr std::pair<const char*, view::StandardView> kSides[] = {
+    {"front", view::StandardView::kFront},        {"back", view::StandardView::kBack},
+    {"right", view::StandardView::kRight},        {"left", view::StandardView::kLeft},
+    {"above", view::StandardView::kTop},          {"below", view::StandardView::kBottom},
+    {"isometric", view::StandardView::kIsometric}};
+
+std::vector<std::string> sideNames() {
+  std::vector<std::string> names;
+  for (const auto& [name, side] : kSides) {
+    names.emplace_back(name);
+  }
+  return names;
+}
+
+std::optional<view::ViewSize> sizeOf(const std::string& text) {
+  const std::size_t cross = text.find('x');
+  const auto width = readNumber<int>(text.substr(0, cross));
+  const auto height = readNumber<int>(cross == std::string::npos ? "" : text.substr(cross + 1));
+  const auto isSide = [](const std::optional<int>& side) {
+    return side && *side >= view::kSmallestSide && *side <= view::kLargestSide;
+  };
+  return isSide(width) && isSide(height) ? std::optional(view::ViewSize{*width, *height})
+                                         : std::nullopt;
+}
+
+std::string checkSize(const std::string& text) {
+  return sizeOf(text) ? ""
+                      : "'" + text + "' is no size such as 1200x900, with sides from " +
+                            std::to_string(view::kSmallestSide) + " to " +
+                            std::to_string(view::kLargestSide);
+}
 
 class RenderCommand : public Command {
  public:
@@ -26,17 +62,21 @@ class RenderCommand : public Command {
         .within(view::kSmallestSide, view::kLargestSide);
     options.value("--height", "PIXELS", size_.height, "Pixels")
         .within(view::kSmallestSide, view::kLargestSide);
+    options.value("--size", "WIDTHxHEIGHT", sizeText_, "Both at once").checkedBy(checkSize);
     options.value("--yaw", "DEGREES", yaw_, "Look from so many degrees to the right of the front");
     options.value("--pitch", "DEGREES", pitch_, "Look from so many degrees above, -90 to 90")
         .within(-90.0, 90.0);
+    options.value("--view", "SIDE", side_, "Look from a side instead").oneOf(sideNames());
     options.flag("--orthographic", orthographic_, "Draw without perspective");
     viewOptions_.declare(options);
     options.note("Needs OpenGL, but no display.");
     options.example("zel render bunny.obj -o bunny.png --smooth --yaw -20");
+    options.example("zel render part.stl -o part.png --features --view isometric --size 1600x1200");
   }
 
   ExitCode run(const Console& console) override {
     return guarded(file_, console, [&] {
+      size_ = sizeOf(sizeText_).value_or(size_);
       if (isSameFile(output_, file_) || isSameFile(output_, viewOptions_.textureFile())) {
         throw misuse(output_, "the picture is drawn from this");
       }
@@ -59,8 +99,13 @@ class RenderCommand : public Command {
  private:
   [[nodiscard]] view::Picture draw(const view::SceneMesh& scene, const view::TextureImage& texture,
                                    const view::DrawOptions& options) const {
-    view::Camera camera(viewOptions_.upAxis());
+    view::Camera camera(viewOptions_.upAxis(inputFormat(file_, from_)));
     camera.setAngles(yaw_, pitch_);
+    for (const auto& [name, side] : kSides) {
+      if (name == side_) {
+        camera.setView(side);
+      }
+    }
     camera.setOrthographic(orthographic_);
     camera.frame(scene.shownPoints(), size_);
     try {
@@ -83,6 +128,8 @@ class RenderCommand : public Command {
   std::string file_;
   std::string output_;
   std::string from_;
+  std::string sizeText_;
+  std::string side_;
   view::ViewSize size_{1200, 900};
   double yaw_ = 30;
   double pitch_ = 20;

@@ -1,9 +1,12 @@
 #include <filesystem>
+#include <optional>
+#include <utility>
 
 #include "tools/view/pictures/graphics_error.h"
 #include "tools/view/viewer.h"
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
+#include "tools/zel/file_format.h"
 #include "tools/zel/format_options.h"
 #include "tools/zel/input_file.h"
 #include "tools/zel/mesh_file.h"
@@ -21,19 +24,11 @@ std::string windowTitle(const std::string& file, const view::SceneMesh& scene) {
          groupedText(scene.quadCount) + " quads";
 }
 
-bool savePicture(const view::Picture& picture, const std::string& file) {
-  try {
-    writePicture(picture, file);
-    return true;
-  } catch (const Failure&) {
-    return false;
-  }
-}
-
 class ViewCommand : public Command {
  public:
   void declare(Options& options) override {
-    options.argument("FILE", file_, "Mesh file, or - for standard input").required();
+    options.argument("FILES", files_, "Mesh files to go through, or - for standard input")
+        .required();
     declareFrom(options, from_);
     options.value("--script", "FILE", script_, "Play the session written in this file, then end");
     viewOptions_.declare(options);
@@ -43,48 +38,66 @@ class ViewCommand : public Command {
     }
     options.note(keys);
     options.example("zel view bunny.obj --smooth");
+    options.example("zel view scans/*.ply --defects");
   }
 
   ExitCode run(const Console& console) override {
-    return guarded(file_, console, [&] {
+    return guarded(files_.front(), console, [&] {
       view::ViewerSetup setup;
-      setup.up = viewOptions_.upAxis();
       setup.draw = viewOptions_.drawOptions();
       setup.texture = viewOptions_.texture();
       setup.script = readScript();
-      view::OpenedScene first = open(file_, from_, console);
+      setup.files = files_;
+      // With other files to look at, the window tells what is wrong with the first.
+      view::OpenedScene first =
+          files_.size() == 1 ? open(files_.front(), console) : tryToOpen(files_.front(), console);
       try {
-        view::Viewer viewer(
-            setup, {[&console](const std::string& file) { return openDropped(file, console); },
-                    savePicture});
+        view::Viewer viewer(setup,
+                            {[&](const std::string& file) { return tryToOpen(file, console); },
+                             [&](const view::Picture& picture, const std::string& file) {
+                               return tryToSave(picture, file);
+                             }});
         viewer.show(std::move(first));
-        viewer.run();
+        if (!viewer.run()) {
+          throw lastFailure_.value();
+        }
+        return ExitCode::kDone;
       } catch (const view::GraphicsError& error) {
-        throw Failure(ExitCode::kNoGraphics, file_, "cannot show", error.what());
+        throw Failure(ExitCode::kNoGraphics, files_.front(), "cannot show", error.what());
       }
-      return ExitCode::kDone;
     });
   }
 
  private:
-  static view::OpenedScene open(const std::string& file, const std::string& format,
-                                const Console& console) {
+  [[nodiscard]] view::OpenedScene open(const std::string& file, const Console& console) const {
     view::OpenedScene opened;
-    opened.scene = sceneOf(readMesh(file, format, console));
+    opened.scene = sceneOf(readMesh(file, from_, console));
+    opened.up = viewOptions_.upAxis(inputFormat(file, from_));
     opened.title = windowTitle(file, *opened.scene);
     return opened;
   }
 
-  static view::OpenedScene openDropped(const std::string& file, const Console& console) {
-    view::OpenedScene opened;
+  [[nodiscard]] view::OpenedScene tryToOpen(const std::string& file, const Console& console) {
     try {
-      opened = open(file, "", console);
+      return open(file, console);
     } catch (const Failure& failure) {
-      opened.problem = failure.line();
+      lastFailure_ = failure;
     } catch (const std::bad_alloc&) {
-      opened.problem = file + ": too large: out of memory";
+      lastFailure_ = exhausted(file, "out of memory");
     }
-    return opened;
+    view::OpenedScene refused;
+    refused.problem = lastFailure_->line();
+    return refused;
+  }
+
+  bool tryToSave(const view::Picture& picture, const std::string& file) {
+    try {
+      writePicture(picture, file);
+      return true;
+    } catch (const Failure& failure) {
+      lastFailure_ = failure;
+      return false;
+    }
   }
 
   [[nodiscard]] std::vector<view::ScriptStep> readScript() const {
@@ -99,9 +112,10 @@ class ViewCommand : public Command {
     }
   }
 
-  std::string file_;
+  std::vector<std::string> files_;
   std::string from_;
   std::string script_;
+  std::optional<Failure> lastFailure_;
   ViewOptions viewOptions_;
 };
 
