@@ -35,16 +35,15 @@ void slGenMatrixToLocal(const XYCoordSysD& cs, float m[16]) {
 
 void slGenMatrixToLocal(const float origin[3], const float x[3], const float y[3], const float z[3],
                         float m[16]) {
-  const float* axes[3]{x, y, z};
-  float local[16];
-  slSetIdentity(local);
+  const zel::Vec3 axes[3]{x, y, z};
+  const zel::Vec3 centre = origin;
+  slSetIdentity(m);
   for (int row = 0; row < 3; ++row) {
-    for (int column = 0; column < 3; ++column) {
-      local[row + 4 * column] = axes[row][column];
-    }
-    local[12 + row] = static_cast<float>(-zel::dot(axes[row], origin));
+    m[row] = axes[row].x;
+    m[row + 4] = axes[row].y;
+    m[row + 8] = axes[row].z;
+    m[row + 12] = static_cast<float>(-zel::dot(axes[row], centre));
   }
-  std::copy_n(local, 16, m);
 }
 
 int slTransToWorld(const float x[3], const float y[3], const float z[3], const float v[3],
