@@ -49,7 +49,7 @@ class GridBesideMap {
         slots_.erase(slot);
       }
       ASSERT_EQ(grid_.lowestNear(p.data(), zel::NearByAxis()), walk(p)) << k;
-      ASSERT_TRUE(grid_.validate()) << k;
+      ASSERT_TRUE(k % 16 != 0 || grid_.validate()) << k;
       ASSERT_EQ(grid_.size(), slots_.size());
     }
     for (const auto& [slot, p] : slots_) {

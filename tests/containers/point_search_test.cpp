@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "support/array_values.h"
+#include "support/index_check.h"
 #include "zel/containers/point3d_arr.h"
 
 namespace zel::test {
@@ -59,6 +60,9 @@ struct Dice : std::mt19937 {
     }
     if (random() % 20 == 0) {
       point[0] = kMark;
+    } else if (random() % 20 == 0) {
+      static constexpr float kFar[] = {3e38F, -1e38F, 2.8e11F, 1.1e12F, 5000.0F};
+      point[random() % 3] = kFar[random() % 5];
     }
     return point;
   }
@@ -93,7 +97,7 @@ struct Searched {
         [&] { array.AddItemM(point.data()); },
         [&] {
           if (slot >= 0 && slot % 3 == 0) {
-            held.push_back(array.GetItemPM(std::min(slot, bound - 1)));
+            held.push_back(array.GetItemPM(std::min(slot, array.GetLengthM() - 1)));
           }
         },
     };
@@ -149,6 +153,8 @@ TEST(PointSearch, answersAsAWalkUnderAllChanges) {
         searched.changeWholly(random, dump);
       }
       ASSERT_NO_FATAL_FAILURE(expectAddedAsByWalk(searched.array, random.point()))
+          << "seed " << seed << " step " << step;
+      ASSERT_TRUE(step % 4 != 0 || IndexCheck::isTrue(searched.array))
           << "seed " << seed << " step " << step;
     }
   }

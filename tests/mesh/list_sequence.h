@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "mesh/walk_model.h"
+#include "support/index_check.h"
 
 namespace zel::test {
 
@@ -24,6 +25,9 @@ class ListSequence {
       takeStep();
       if (step % 16 == 0) {
         compareAll();
+      }
+      if (step % 16 == 0 || model_.bound < kShort) {
+        ASSERT_TRUE(IndexCheck::isTrue(*list_));
       }
     }
     compareAll();
@@ -115,6 +119,9 @@ class ListSequence {
     const int at = slot();
     if (pick(40) == 0) {
       all_ = list_->getCurrentItemPrtM();
+    } else if (pick(4) == 0 && model_.bound < model_.length()) {  // not in use yet
+      const int unused = model_.bound + pick(model_.length() - model_.bound);
+      handles_.push_back({unused, &(*list_)[unused]});
     } else if (model_.bound > 0) {
       handles_.push_back({at, pick(2) == 0 ? list_->GetItemPM(at) : &(*list_)[at]});
     }
@@ -129,6 +136,9 @@ class ListSequence {
   Model model_;
 
  private:
+  /// Up to here the index is checked after every step.
+  static constexpr int kShort = 1000;
+
   struct Handle {
     int slot;
     Element* element;

@@ -29,6 +29,10 @@ class NodeSequence : public ListSequence<NodeArr, NodeCL, NodeModel> {
     if (odd < 4) {
       const float kOdd[4] = {NAN, INFINITY, 1e18F, -1e18F};
       point[static_cast<std::size_t>(pick(3))] = kOdd[odd];
+    } else if (pick(8) == 0) {  // floats so far out lie farther apart than the tolerance
+      const float kFar[6] = {3e38F, -1e38F, 2.8e11F, 1.1e12F, 5000.0F, 1e6F};
+      point[static_cast<std::size_t>(pick(3))] =
+          kFar[pick(6)] * static_cast<float>(1 + pick(2) * 1e-7);
     }
     return point;
   }

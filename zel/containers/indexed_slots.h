@@ -10,6 +10,9 @@
 
 namespace zel {
 
+/// For tests: asks an array's index to validate() itself.
+struct IndexCheck;
+
 /// A slot store that keeps an index of its content true.
 ///
 /// Every change goes through here and is told to the index, if there is one: `forget` before a

@@ -125,10 +125,11 @@ class ZEL_API IntArr {
   int PurgeDeletedItemM();
 
   // --- combining ---
-  /// Appends the live values of `other`. @return the bound before.
+  /// Appends the live values of `other`; when the heap refuses the room, none. @return the bound
+  /// before.
   int MergeM(const IntArr& other);
-  /// Grows by the available count of `other`, room or not, then appends its live values.
-  /// @return the available count of `other`.
+  /// Grows by the available count of `other`, room or not, then appends its live values, all or
+  /// (heap refused) none. @return the available count of `other`.
   int ImportArrM(const IntArr& other);
   /// Inserts into an ascending array without holes, unless the value is there. Searching takes
   /// log n steps, inserting moves what lies behind.

@@ -16,6 +16,9 @@ class TextIndex;
 /// plays no part. Copies are deep; a moved-from table is as newly constructed. Texts are given as
 /// zero-terminated, or as a number of bytes. A text for which the heap has no room is not added;
 /// the result is the same.
+///
+/// Several threads may read and search a const table at once; whoever changes it must be alone with
+/// it.
 class ZEL_API KwStringArr {
  public:
   // --- life ---
@@ -73,5 +76,6 @@ class ZEL_API KwStringArr {
   int DelAllM();
 
  private:
+  friend struct zel::IndexCheck;
   zel::IndexedSlots<KwStringCL, zel::ElementPolicy, zel::TextIndex> slots_;
 };

@@ -20,6 +20,9 @@ class PointIndex;
 ///
 /// A point is live when x is greater than -5e17; IsPntAvailableM() and the backward walk draw the
 /// line at -9.999e17 instead.
+///
+/// Several threads may read and search a const array at once; whoever changes it must be alone with
+/// it.
 class ZEL_API Point3DArr {
  public:
   /// @name Life, as IntArr
@@ -64,7 +67,7 @@ class ZEL_API Point3DArr {
   int AddPointM(const float* point);
   /// Appends the slots of `other` below its bound one to one: live points are copied, a hole
   /// leaves the slot in its place as it was. The available count becomes the new bound, holes
-  /// included. @return 1.
+  /// included. When the heap refuses the room, nothing changes. @return 1.
   int AppendPntsM(const Point3DArr& other);
   /// Overwrites z of a slot in 0 to bound - 1; the available count stays.
   void SetItemZValueM(int index, float z);
@@ -171,6 +174,7 @@ class ZEL_API Point3DArr {
   int FmInputLstM(FILE* file, int count);
 
  private:
+  friend struct zel::IndexCheck;
   /// Overwrites a slot in 0 to bound - 1; the available count stays.
   void SetItemValueM(int index, float x, float y, float z);
 

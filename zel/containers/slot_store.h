@@ -101,9 +101,10 @@ class SlotStore {
   bool clearAndReserve(int length);
   /// Squeezes the holes out, as the policy says.
   void purge();
-  /// Appends the live slots of `other`. @return the bound before.
+  /// Appends the live slots of `other`, all or (heap refused) none. @return the bound before.
   int append(const SlotStore& other);
-  /// Grows by the available count of `other`, then writes its live slots. @return that count.
+  /// Grows by the available count of `other`, then writes its live slots, all or (heap refused)
+  /// none. @return that count.
   int import(const SlotStore& other);
 
   // --- walking: indices, or -1 when there is none ---
@@ -122,6 +123,7 @@ class SlotStore {
 
  private:
   bool resizeHeap(std::int64_t length);
+  bool makeRoomForLive(const SlotStore& other, std::int64_t least);
   void returnInline(int kept);
   bool copyHeapOf(const SlotStore& other, Slot** block) const;
   void takeOver(SlotStore& other);

@@ -89,6 +89,9 @@ class ZEL_API NodeCL : public KwBaseCL {
 /// slower until then, and the whole store, or more than one slot in a hundred, handed out makes
 /// every search walk. So read through the const forms, write through the list, or end the life of
 /// what was handed out with AddSizeM(1).
+///
+/// Several threads may read and search a const list at once; whoever changes it must be alone with
+/// it.
 class ZEL_API NodeArr {
  public:
   NodeArr();
@@ -285,6 +288,7 @@ class ZEL_API NodeArr {
   int FmReadNodeLstM(FILE* file);
 
  private:
+  friend struct zel::IndexCheck;
   using Slots = zel::IndexedSlots<NodeCL, zel::ElementPolicy, zel::NodeIndex>;
 
   int fmReadOneNodeM(FILE* file, int index);

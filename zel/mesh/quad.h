@@ -78,6 +78,9 @@ class ZEL_API QuadCL : public KwBaseCL {
 #pragma GCC diagnostic pop
 
 /// The growable list of quads: as TriangleArr, with the differences stated.
+///
+/// Several threads may read and search a const list at once; whoever changes it must be alone with
+/// it.
 class ZEL_API QuadArr {
  public:
   QuadArr();
@@ -156,6 +159,7 @@ class ZEL_API QuadArr {
   int ExportQuadLstDBFileM(FILE* file) const;
 
  private:
+  friend struct zel::IndexCheck;
   using Faces = zel::IndexedSlots<QuadCL, zel::ElementPolicy, zel::FaceIndex<QuadCL>>;
 
   int fmReadOneQuadM(FILE* file, int index);

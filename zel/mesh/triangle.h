@@ -112,6 +112,9 @@ class ZEL_API TriangleCL : public KwBaseCL {
 /// purged. Searches by node or corner set answer as a walk over the slots in index order would,
 /// in time that grows with the faces around the nodes asked about, not with the list; slots and
 /// stores handed out count as in NodeArr.
+///
+/// Several threads may read and search a const list at once; whoever changes it must be alone with
+/// it.
 class ZEL_API TriangleArr {
  public:
   TriangleArr();
@@ -273,6 +276,7 @@ class ZEL_API TriangleArr {
   int ExportTriangleLstDBFileM(FILE* file, const float* matrix) const;
 
  private:
+  friend struct zel::IndexCheck;
   using Faces = zel::IndexedSlots<TriangleCL, zel::ElementPolicy, zel::FaceIndex<TriangleCL>>;
 
   class UnfoldWalk;

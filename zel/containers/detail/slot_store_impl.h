@@ -308,27 +308,33 @@ void SlotStore<Slot, Policy>::returnInline(int kept) {
   releaseHeap();
 }
 
+// Makes room for the live slots of `other` behind the bound: at least `least` slots, and where
+// these are too few, because the count of `other` is too low, as much as writing one after the
+// other makes. @return whether there is room for all.
+template <class Slot, class Policy>
+bool SlotStore<Slot, Policy>::makeRoomForLive(const SlotStore& other, std::int64_t least) {
+  std::int64_t length = length_ + std::max<std::int64_t>(least, 0);
+  const std::int64_t end = std::int64_t{std::max(bound_, 0)} + other.liveAfter(-1);
+  while (length < end && length <= kMaxBlockBytes) {
+    length += Policy::growth(length, increment_, length);
+  }
+  return length == length_ || resizeHeap(length);
+}
+
 template <class Slot, class Policy>
 int SlotStore<Slot, Policy>::append(const SlotStore& other) {
   const int oldBound = std::max(bound_, 0);
   const int otherBound = other.bound_;
-  const std::int64_t missing = std::int64_t{other.available_} - (length_ - oldBound);
-  if (missing > 0) {
-    addSize(missing);
+  if (!makeRoomForLive(other, std::int64_t{other.available_} - (length_ - oldBound))) {
+    return oldBound;
   }
   bound_ = oldBound;
   for (int i = 0; i < otherBound; ++i) {
     const Slot slot = other.data()[i];
-    if (!Policy::isLive(keyOf(slot))) {
-      continue;
+    if (Policy::isLive(keyOf(slot))) {
+      data()[bound_++] = slot;
+      ++available_;
     }
-    // The count of `other` may be too low for its live slots.
-    if (!makeRoomFor(bound_)) {
-      break;
-    }
-    data()[bound_] = slot;
-    ++bound_;
-    ++available_;
   }
   return oldBound;
 }
@@ -338,11 +344,13 @@ int SlotStore<Slot, Policy>::import(const SlotStore& other) {
   const int imported = other.available_;
   const int otherBound = other.bound_;
   int next = std::max(bound_, 0);
-  addSize(imported);
+  if (!makeRoomForLive(other, imported)) {
+    return imported;
+  }
   for (int i = 0; i < otherBound; ++i) {
     const Slot slot = other.data()[i];
-    if (Policy::isLive(keyOf(slot)) && !set(slot, next++)) {
-      break;
+    if (Policy::isLive(keyOf(slot))) {
+      set(slot, next++);
     }
   }
   return imported;
