@@ -52,8 +52,8 @@ TEST_F(ExitCodes, helpAndVersionAreNoFailures) {
 
 TEST_F(ExitCodes, unreadableInputsGiveThreeAndOneLine) {
   std::filesystem::create_directory(file("folder.zel"));
-  write("unknown.xyzzy", tetrahedronObj());
-  write("noname", tetrahedronObj());
+  write("unknown.xyzzy", "words");
+  write("noname", "words");
   for (const char* name : {"missing.zel", "missing.obj", "folder.zel", "unknown.xyzzy", "noname",
                            "noname/below.obj"}) {
     expectUnreadable(name, name);

@@ -31,7 +31,8 @@ TEST(Readme, showsTheExampleThatIsBuilt) {
 }
 
 TEST(Readme, everyLinkLeadsSomewhere) {
-  for (const std::string page : {"README.md", "docs/guide.md", "docs/format.md"}) {
+  for (const std::string page :
+       {"README.md", "docs/guide.md", "docs/format.md", "docs/formats.md"}) {
     const std::string text = source(page);
     const auto folder = std::filesystem::path(ZEL_SOURCE_DIR) / page;
     const std::regex link("\\]\\(([^)#:]+)(#[^)]*)?\\)");

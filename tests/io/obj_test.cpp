@@ -1,6 +1,7 @@
 // Wavefront OBJ as others write it.
 
 #include "tests/io/io_support.h"
+#include "zel/algorithms/measure.h"
 
 namespace zel::test {
 
@@ -66,6 +67,27 @@ TEST(Obj, takesWhatOthersWrite) {
   }
 }
 
+TEST(Obj, cutsConcavePolygonsIntoTheirInside) {
+  const std::string text =
+      "v 0 0 0\nv 4 0 0\nv 4 4 0\nv 2 1 0\nv 0 4 0\nvt 0 0\nvt 1 0\nvt 1 1\nvt .5 .2\nvt 0 1\n"
+      "f 1/1 2/2 3/3 4/4 5/5\n";
+  for (const bool areFacesFirst : {false, true}) {
+    const std::size_t face = text.find("f ");
+    const Mesh mesh =
+        readBytes(areFacesFirst ? text.substr(face) + text.substr(0, face) : text, "obj");
+    EXPECT_EQ(sizesOf(mesh), "5/3/0");
+    EXPECT_FLOAT_EQ(static_cast<float>(measure(mesh).area), 10.0F);
+    Float2 coord{};
+    forEachFace(mesh.triangles, [&](int slot, const auto& corners) {
+      for (int k = 0; k < 3; ++k) {
+        const float* point = mesh.nodes.GetItemPM(corners[static_cast<std::size_t>(k)])->point();
+        ASSERT_TRUE(textureCoordOf(mesh.triangleTexture, 3 * slot + k, coord));
+        EXPECT_EQ(coord[0] == 1.0F, point[0] == 4.0F);
+      }
+    });
+  }
+}
+
 TEST(Obj, refusesDamageWithTheLine) {
   const struct {
     const char* text;
@@ -74,6 +96,7 @@ TEST(Obj, refusesDamageWithTheLine) {
   } cases[] = {
       {"v 0 0\nv 1 0 0\n", 1, "missing"},
       {"v 0 0 x\n\n", 1, "malformed"},
+      {"v 0 0 1e39\n\n", 1, "out of range"},
       {"v 0 0 0x10\n\n", 1, "malformed"},
       {"v 0 0 nan(1)\n\n", 1, "malformed"},
       {"v 0 0 0 1 2 3 4 5\n\n", 1, "more numbers"},

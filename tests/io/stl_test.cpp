@@ -60,6 +60,7 @@ TEST(Stl, checksCountsAgainstTheBytesThatAreThere) {
   EXPECT_TRUE(isSaid(remarks, Remark::Kind::kDamaged, "behind the last facet", 50));
   EXPECT_TRUE(isSaid(remarks, Remark::Kind::kLeftOut, "facet attribute", 1)) << textOf(remarks);
   EXPECT_EQ(sizesOf(readBytes(binaryStl("x", 0).substr(0, 84), "stl")), "0/0/0");
+  EXPECT_EQ(reasonOf(binaryStl("x", 0), "stl"), "the header counts no facet, but 100 bytes follow");
 }
 
 TEST(Stl, aTextIsReadToItsLastWholeFacet) {

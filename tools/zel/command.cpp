@@ -19,9 +19,15 @@ ExitCode guarded(const std::string& file, const Console& console,
   } catch (const Failure& failure) {
     return answer(failure);
   } catch (const Error& error) {
-    const std::string named = error.file();
-    return answer(Failure(static_cast<ExitCode>(error.code()), named.empty() ? file : named,
-                          error.action(), error.reason()));
+    std::string named = error.file();
+    named = named.empty() ? file : named;
+    if (error.place().line > 0) {
+      named += ":" + std::to_string(error.place().line);
+    } else if (error.place().byte >= 0) {
+      named += ": byte " + std::to_string(error.place().byte);
+    }
+    return answer(
+        Failure(static_cast<ExitCode>(error.code()), named, error.action(), error.reason()));
   } catch (const std::bad_alloc&) {
     return answer(exhausted(file, "out of memory"));
   } catch (const std::length_error&) {

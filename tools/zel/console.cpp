@@ -23,6 +23,12 @@ void Console::remark(const std::string& text) const {
   }
 }
 
+void Console::note(const std::string& text) const {
+  if (!quiet) {
+    std::fprintf(stderr, "%s\n", text.c_str());
+  }
+}
+
 void Console::complain(const Failure& failure) const {
   std::fprintf(stderr, "zel: %s\n", failure.line().c_str());
 }

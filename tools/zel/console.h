@@ -21,6 +21,8 @@ class Console {
   void result(const std::string& text) const;
   /// Prints a remark on standard error when `-v` was given.
   void remark(const std::string& text) const;
+  /// Prints on standard error, unless `-q` was given, what a person must know about the work done.
+  void note(const std::string& text) const;
   /// Prints the one line of a failure on standard error, also under `-q`.
   void complain(const Failure& failure) const;
   /// @return whether a progress bar would be seen by a person.

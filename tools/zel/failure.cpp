@@ -12,6 +12,13 @@ std::string Failure::line() const {
   return text;
 }
 
+std::string lowerCase(std::string text) {
+  std::ranges::transform(text, text.begin(), [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  });
+  return text;
+}
+
 std::string systemText(int errorNumber) { return std::generic_category().message(errorNumber); }
 
 }  // namespace zel::program

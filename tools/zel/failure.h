@@ -45,6 +45,9 @@ class Failure {
   return {ExitCode::kUsage, word, "wrong usage", why};
 }
 
+/// The text with its letters A to Z made small.
+[[nodiscard]] std::string lowerCase(std::string text);
+
 /// The system's text for an error number.
 [[nodiscard]] std::string systemText(int errorNumber);
 

@@ -8,8 +8,8 @@ namespace zel::program {
 namespace {
 
 /// @param find inputFormat or outputFormat, which throw for a format that they do not know.
-Option::Take checkedBy(std::string (*find)(const std::string&, const std::string&),
-                       const char* why) {
+template <class Find>
+Option::Take checkedBy(Find find, const char* why) {
   return [find, why](const std::string& word) {
     try {
       (void)find("", word);
@@ -22,7 +22,7 @@ Option::Take checkedBy(std::string (*find)(const std::string&, const std::string
 
 std::vector<std::string> formatNames(bool areWritten) {
   std::vector<std::string> names;
-  for (const FileFormat& format : fileFormats()) {
+  for (const KnownFormat& format : knownFormats()) {
     if (format.isWritten || !areWritten) {
       names.push_back(format.name);
     }

@@ -71,12 +71,12 @@ void InputFile::spool(int descriptor) {
   }
 }
 
-std::string InputFile::readStart(std::uint64_t most) const {
+std::string InputFile::readAll() const {
   const FileDescriptor file(open(path_.c_str(), O_RDONLY | O_CLOEXEC));
   if (!file.isOpen()) {
     throw unreadable(name_, systemText(errno));
   }
-  std::string bytes(std::min(most, size_), '\0');
+  std::string bytes(size_, '\0');
   std::size_t filled = 0;
   while (filled < bytes.size()) {
     const ssize_t got = readSome(file.get(), bytes.data() + filled, bytes.size() - filled);

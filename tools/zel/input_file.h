@@ -25,9 +25,7 @@ class InputFile {
   /// Whether path() is the user's own file, beside which others may lie (a .mtl, a .bin).
   [[nodiscard]] bool isOwnFile() const { return !spooled_; }
   /// @return all bytes. @throws Failure (code 3).
-  [[nodiscard]] std::string readAll() const { return readStart(size_); }
-  /// @return the first `most` bytes, or all when there are fewer. @throws Failure (code 3).
-  [[nodiscard]] std::string readStart(std::uint64_t most) const;
+  [[nodiscard]] std::string readAll() const;
 
  private:
   void spool(int descriptor);

@@ -6,6 +6,7 @@
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/failure.h"
 #include "tools/zel/help_text.h"
+#include "tools/zel/temporary_file.h"
 
 namespace zel::program {
 
@@ -77,5 +78,6 @@ int main(int argc, char** argv) {
   std::setlocale(LC_NUMERIC, "C");
   // Over the limit for file sizes a write shall fail and be told, not end the program.
   std::signal(SIGXFSZ, SIG_IGN);
+  zel::program::cleanUpWhenEnded();
   return static_cast<int>(zel::program::run({argv + std::min(argc, 1), argv + argc}));
 }

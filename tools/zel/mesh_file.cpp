@@ -1,40 +1,53 @@
 #include "tools/zel/mesh_file.h"
 
+#include <filesystem>
+#include <iostream>
+
 #include "tools/zel/failure.h"
 #include "tools/zel/file_format.h"
 #include "tools/zel/foreign/assimp_file.h"
-#include "tools/zel/obj_file.h"
-#include "tools/zel/zel_document.h"
+#include "tools/zel/progress.h"
+#include "zel/io/read.h"
+#include "zel/io/write.h"
 
 namespace zel::program {
 
 namespace {
 
-/// Other formats know no deleted slots, so a face that uses one cannot be said in them.
-void refuseDeletedCorners(const Mesh& mesh, const std::string& file) {
-  const auto check = [&](const char* what, int slot, const auto& corners) {
-    for (const int corner : corners) {
-      if (!isLive(*mesh.nodes.GetItemPM(corner))) {
-        throw unwritable(file, std::string(what) + " " + std::to_string(slot) +
-                                   " names the deleted node " + std::to_string(corner));
-      }
-    }
-  };
-  forEachFace(mesh.triangles,
-              [&](int slot, const auto& corners) { check("triangle", slot, corners); });
-  forEachFace(mesh.quads, [&](int slot, const auto& corners) { check("quad", slot, corners); });
+constexpr const char* kStandardInput = "standard input";
+
+/// Tells what a file and a mesh do not share; what is only worth knowing, to those who want to
+/// know.
+void tell(const Console& console, const std::string& name, const Remarks& remarks) {
+  for (const Remark& remark : remarks) {
+    const std::string text = name + ": " + remark.text;
+    remark.kind == Remark::Kind::kNote ? console.remark(text) : console.note(text);
+  }
+}
+
+Mesh readOwn(const std::string& file, const ReadOptions& options, Remarks& remarks) {
+  return file == "-" ? zel::readMesh(std::cin, options, &remarks, kStandardInput)
+                     : zel::readMesh(file, options, &remarks);
 }
 
 }  // namespace
 
 Mesh readMesh(const std::string& file, const std::string& format, const Console& console) {
-  const std::string known = file == "-" && format.empty() ? "zel" : inputFormat(file, format);
-  const InputFile input(file);
-  Mesh mesh = known == "zel"   ? readZelDocument(input, console)
-              : known == "obj" ? readObj(input, console)
-                               : readThroughAssimp(input, known);
-  console.remark("read " + input.name() + " (" + known +
-                 "): " + std::to_string(mesh.nodes.GetAvailableNumM()) + " nodes, " +
+  const std::string name = file == "-" ? kStandardInput : file;
+  const KnownFormat* const known = inputFormat(file, format);
+  Remarks remarks;
+  Mesh mesh;
+  if (known != nullptr && known->own == nullptr) {
+    mesh = readThroughAssimp(InputFile(file), known->name);
+  } else {
+    JobProgress progress(console, "reading " + name);
+    ReadOptions options{.progress = progress.told()};
+    options.format = known == nullptr ? "" : known->name;
+    mesh = readOwn(file, options, remarks);
+  }
+  tell(console, name, remarks);
+  console.remark("read " + name + (known == nullptr ? "" : " (" + known->name + ")") + ": " +
+                 std::to_string(mesh.nodes.GetAvailableNumM()) + " nodes, " +
                  std::to_string(mesh.triangles.GetAvailableNumM()) + " triangles, " +
                  std::to_string(mesh.quads.GetAvailableNumM()) + " quads");
   return mesh;
@@ -42,17 +55,34 @@ Mesh readMesh(const std::string& file, const std::string& format, const Console&
 
 void writeMesh(const Mesh& mesh, const std::string& file, const std::string& format,
                const Console& console) {
-  const std::string known = file == "-" && format.empty() ? "zel" : outputFormat(file, format);
-  OutputFile output(file);
-  if (known == "zel") {
-    writeZelDocument(mesh, output, console);
-  } else {
-    refuseDeletedCorners(mesh, output.name());
-    known == "obj" ? writeObj(mesh, output) : writeThroughAssimp(mesh, output, known);
+  const KnownFormat& known = outputFormat(file == "-" ? "-.zel" : file, format);
+  const std::unique_ptr<OutputFile> output = outputNamed(file);
+  Remarks remarks;
+  {
+    JobProgress progress(console, "writing " + output->name());
+    zel::writeMesh(mesh, *output, {.format = known.name, .progress = progress.told()}, &remarks);
   }
-  const long long size = output.size();
-  output.commit();
-  console.remark("wrote " + output.name() + " (" + known + "): " + std::to_string(size) + " bytes");
+  output->commit();
+  tell(console, output->name(), remarks);
+  console.remark("wrote " + output->name() + " (" + known.name +
+                 "): " + std::to_string(output->size()) + " bytes");
+}
+
+std::unique_ptr<OutputFile> outputNamed(const std::string& file) {
+  return file == "-" ? std::make_unique<OutputFile>(stdout, "standard output")
+                     : std::make_unique<OutputFile>(file);
+}
+
+bool isSameFile(const std::string& a, const std::string& b) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  if (a == "-" || b == "-" || (fs::exists(a, error) && !fs::is_regular_file(a, error))) {
+    return false;
+  }
+  const auto placeOf = [&](const std::string& name) {
+    return fs::weakly_canonical(fs::absolute(name, error), error);
+  };
+  return placeOf(a) == placeOf(b);
 }
 
 }  // namespace zel::program

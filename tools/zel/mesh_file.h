@@ -1,22 +1,31 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "tools/zel/console.h"
 #include "tools/zel/mesh_nodes.h"
+#include "zel/io/output_file.h"
 
 namespace zel::program {
 
 /// Reads a mesh of any known format.
-/// @param file a file name or "-". @param format the value of --from; empty: by the extension.
-/// @throws Failure.
+/// @param file a file name or "-". @param format the value of --from; empty: by the extension, else
+///        by the content.
+/// @throws Failure or Error.
 [[nodiscard]] Mesh readMesh(const std::string& file, const std::string& format,
                             const Console& console);
 
 /// Writes a mesh whole or not at all.
 /// @param file a file name or "-". @param format the value of --to; empty: by the extension.
-/// @throws Failure.
+/// @throws Failure or Error.
 void writeMesh(const Mesh& mesh, const std::string& file, const std::string& format,
                const Console& console);
+
+/// @param file a file name, or "-" for standard output. @throws Error (code 4).
+[[nodiscard]] std::unique_ptr<OutputFile> outputNamed(const std::string& file);
+
+/// Whether what is written to one file would replace the other. Devices are not replaced.
+[[nodiscard]] bool isSameFile(const std::string& a, const std::string& b);
 
 }  // namespace zel::program

@@ -1,11 +1,10 @@
 #include "tools/zel/mesh_transfer.h"
 
-#include <optional>
+#include <memory>
 
 #include "tools/zel/failure.h"
 #include "tools/zel/format_options.h"
 #include "tools/zel/mesh_file.h"
-#include "tools/zel/output_file.h"
 
 namespace zel::program {
 
@@ -42,13 +41,13 @@ void MeshTransfer::write(const Mesh& mesh, const Console& console) const {
 
 void MeshTransfer::write(const Mesh& mesh, const std::string& second,
                          const std::function<std::string()>& text, const Console& console) const {
-  std::optional<OutputFile> output;
+  std::unique_ptr<OutputFile> output;
   if (!second.empty()) {
-    output.emplace(second);
+    output = outputNamed(second);
     output->write(text());
   }
   write(mesh, console);
-  if (output) {
+  if (output != nullptr) {
     output->commit();
   }
 }

@@ -1,7 +1,7 @@
 #include "tools/zel/picture_file.h"
 
 #include "tools/view/pictures/render.h"
-#include "tools/zel/output_file.h"
+#include "tools/zel/mesh_file.h"
 #include "tools/zel/view_options.h"
 
 namespace zel::program {
@@ -16,9 +16,9 @@ constexpr double kDemoPitch = 44;
 }  // namespace
 
 void writePicture(const view::Picture& picture, const std::string& file) {
-  OutputFile output(file);
-  output.write(view::pngBytes(picture));
-  output.commit();
+  const std::unique_ptr<OutputFile> output = outputNamed(file);
+  output->write(view::pngBytes(picture));
+  output->commit();
 }
 
 view::Picture demoPicture(const Mesh& mesh) {

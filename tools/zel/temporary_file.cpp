@@ -10,6 +10,8 @@
 #include <cstring>
 #include <filesystem>
 
+#include "zel/io/output_file.h"
+
 namespace zel::program {
 
 namespace {
@@ -23,6 +25,7 @@ struct DoomedFile {
 std::array<DoomedFile, 4> doomedFiles;
 
 extern "C" void removeDoomedFiles(int signalNumber) {
+  removeUnfinishedOutputs();
   for (DoomedFile& file : doomedFiles) {
     if (file.used.load()) {
       unlink(file.path.data());
@@ -32,20 +35,7 @@ extern "C" void removeDoomedFiles(int signalNumber) {
   raise(signalNumber);
 }
 
-void installHandlerOnce() {
-  static const bool installed = [] {
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-      if (signal(number, removeDoomedFiles) == SIG_IGN) {
-        signal(number, SIG_IGN);
-      }
-    }
-    return true;
-  }();
-  static_cast<void>(installed);
-}
-
 void doom(const std::string& path) {
-  installHandlerOnce();
   for (DoomedFile& file : doomedFiles) {
     if (!file.used.load() && path.size() < file.path.size()) {
       std::memcpy(file.path.data(), path.c_str(), path.size() + 1);
@@ -65,6 +55,14 @@ void spare(const std::string& path) {
 
 }  // namespace
 
+void cleanUpWhenEnded() {
+  for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) {
+    if (signal(number, removeDoomedFiles) == SIG_IGN) {
+      signal(number, SIG_IGN);
+    }
+  }
+}
+
 TemporaryFile::TemporaryFile(const std::string& start)
     : path_(start + "XXXXXX"), descriptor_(mkostemp(path_.data(), O_CLOEXEC)) {
   if (isOpen()) {
@@ -73,18 +71,10 @@ TemporaryFile::TemporaryFile(const std::string& start)
 }
 
 TemporaryFile::~TemporaryFile() {
-  if (isOpen() && !renamed_) {
+  if (isOpen()) {
     unlink(path_.c_str());
     spare(path_);
   }
-}
-
-bool TemporaryFile::renameTo(const std::string& target) {
-  renamed_ = rename(path_.c_str(), target.c_str()) == 0;
-  if (renamed_) {
-    spare(path_);
-  }
-  return renamed_;
 }
 
 std::string TemporaryFile::startInTemporaryDirectory() {

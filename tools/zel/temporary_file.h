@@ -6,8 +6,11 @@
 
 namespace zel::program {
 
-/// A file that is removed again unless it is given its final name, also when the program is
-/// interrupted (SIGINT, SIGTERM, SIGHUP).
+/// From now on a signal that ends the program (SIGINT, SIGTERM, SIGHUP, SIGPIPE) first removes its
+/// temporary files and the outputs that are not finished.
+void cleanUpWhenEnded();
+
+/// A file that is removed again, also when the program is interrupted.
 class TemporaryFile {
  public:
   /// Creates the file `start` + six random characters, readable by the owner alone.
@@ -20,8 +23,6 @@ class TemporaryFile {
   [[nodiscard]] bool isOpen() const { return descriptor_.isOpen(); }
   [[nodiscard]] const std::string& path() const { return path_; }
   [[nodiscard]] const FileDescriptor& descriptor() const { return descriptor_; }
-  /// Gives the file its final name, replacing what bears it. @return false with errno set.
-  [[nodiscard]] bool renameTo(const std::string& target);
 
   /// Start of a name in the system's directory for temporary files.
   static std::string startInTemporaryDirectory();
@@ -29,7 +30,6 @@ class TemporaryFile {
  private:
   std::string path_;
   FileDescriptor descriptor_;
-  bool renamed_ = false;
 };
 
 }  // namespace zel::program

@@ -1,5 +1,8 @@
 #include "zel/io/detail/face_builder.h"
 
+#include <utility>
+
+#include "zel/algorithms/triangulate.h"
 #include "zel/io/detail/codec.h"
 
 namespace zel {
@@ -31,9 +34,21 @@ void FaceBuilder::add(std::span<const int> corners, std::span<const Float2> text
     addQuad(corners, texture, material);
   } else {
     ++polygons_;
-    for (std::size_t k = 2; k < corners.size(); ++k) {
-      addTriangle({0, k - 1, k}, corners, texture, material);
-    }
+    addPolygon(corners, texture, material);
+  }
+}
+
+void FaceBuilder::addPolygon(std::span<const int> corners, std::span<const Float2> texture,
+                             int material) {
+  const NodeCL* store = std::as_const(mesh_.nodes).getCurrentItemPrtConstM();
+  points_.clear();
+  for (const int corner : corners) {
+    const float* point = store[corner].point();
+    points_.push_back({point[0], point[1], point[2]});
+  }
+  for (const auto& places : triangulatePolygon(points_)) {
+    const auto place = [&](std::size_t k) { return static_cast<std::size_t>(places[k]); };
+    addTriangle({place(0), place(1), place(2)}, corners, texture, material);
   }
 }
 

@@ -53,21 +53,4 @@ NodeNumbers::NodeNumbers(const NodeArr& nodes)
   }
 }
 
-std::array<std::array<std::size_t, 3>, 2> splitQuad(const Mesh& mesh,
-                                                    const std::array<int, 4>& corners) {
-  const NodeCL* store = mesh.nodes.getCurrentItemPrtConstM();
-  const auto square = [&](std::size_t a, std::size_t b) {
-    double sum = 0;
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-      const double d = double{store[corners[a]].point()[axis]} - store[corners[b]].point()[axis];
-      sum += d * d;
-    }
-    return sum;
-  };
-  if (square(1, 3) < square(0, 2)) {
-    return {{{0, 1, 3}, {1, 2, 3}}};
-  }
-  return {{{0, 1, 2}, {0, 2, 3}}};
-}
-
 }  // namespace zel

@@ -119,7 +119,7 @@ class ObjReader {
         break;
       }
       if (!text_.takeReal(numbers[count]) || !text_.atWordEnd()) {
-        throw fault("a number is malformed");
+        throw fault("a number is malformed or out of range");
       }
     }
     text_.skipBlanksAndJoins();

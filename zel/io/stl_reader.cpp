@@ -80,9 +80,14 @@ class BinaryStlReader {
     }
   }
   void finish() {
+    const auto rest = static_cast<long long>(bytes_.countRest());
+    if (count_ == 0 && rest > 0) {
+      throw job_.input.fault("the header counts no facet, but " + std::to_string(rest) +
+                             " bytes follow");
+    }
     addRemark(job_.remarks, Remark::Kind::kLeftOut, attributes_, "left out", "facet attribute");
-    addRemark(job_.remarks, Remark::Kind::kDamaged, static_cast<long long>(bytes_.countRest()),
-              "left out", "byte", "they stand behind the last facet");
+    addRemark(job_.remarks, Remark::Kind::kDamaged, rest, "left out", "byte",
+              "they stand behind the last facet");
   }
 
  private:
@@ -222,7 +227,7 @@ class TextStlReader {
       const std::string_view word = ahead.takeWord();
       const bool isNumber = parseWord(word, values[k]);
       if (!isNumber && !ahead.atEnd()) {
-        throw fault("a number is missing or malformed");
+        throw fault("a number is missing, malformed or out of range");
       }
       if (!isNumber) {
         isCut_ = true;

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "zel/algorithms/triangulate.h"
 #include "zel/core/detail/progress_steps.h"
 #include "zel/io/detail/codec.h"
 #include "zel/io/detail/mesh_contents.h"
@@ -67,9 +68,7 @@ class StlWriter {
     });
     forEachFace(job_.mesh.quads, [&](int slot, const auto& corners) {
       const auto& record = job_.mesh.quads.getCurrentItemPrtConstM()[slot].record();
-      for (const auto& half : splitQuad(job_.mesh, corners)) {
-        writeFacet({corners[half[0]], corners[half[1]], corners[half[2]]}, record);
-      }
+      writeQuad(corners, record);
       steps_.advance();
     });
     if (job_.options.ascii) {
@@ -80,6 +79,17 @@ class StlWriter {
   }
 
  private:
+  template <class Record>
+  void writeQuad(const std::array<int, 4>& corners, const Record& record) {
+    std::array<Float3, 4> points{};
+    for (std::size_t k = 0; k < points.size(); ++k) {
+      std::copy_n(nodes_[corners[k]].point(), 3, points[k].data());
+    }
+    for (const auto& half : triangulatePolygon(points)) {
+      const auto corner = [&](std::size_t k) { return corners[static_cast<std::size_t>(half[k])]; };
+      writeFacet({corner(0), corner(1), corner(2)}, record);
+    }
+  }
   template <class Record>
   void writeFacet(const std::array<int, 3>& corners, const Record& record) {
     Facet facet{};

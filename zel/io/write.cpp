@@ -86,14 +86,23 @@ void handOver(Remarks& found, Remarks* remarks) {
 
 void writeMesh(const Mesh& mesh, const std::string& file, const WriteOptions& options,
                Remarks* remarks) {
-  return tellingRefusedMemory([&] {
-    const FileFormat& format = formatFor(file, options);
-    Remarks found;
+  tellingRefusedMemory([&] {
+    WriteOptions known = options;
+    known.format = formatFor(file, options).name;
     OutputFile output(file);
-    FileSink sink(output);
-    writeTo(sink, format, mesh, file, options, found);
-    handOver(found, remarks);
+    writeMesh(mesh, output, known, remarks);
     output.commit();
+  });
+}
+
+void writeMesh(const Mesh& mesh, OutputFile& output, const WriteOptions& options,
+               Remarks* remarks) {
+  tellingRefusedMemory([&] {
+    const FileFormat& format = formatFor(output.name(), options);
+    Remarks found;
+    FileSink sink(output);
+    writeTo(sink, format, mesh, output.name(), options, found);
+    handOver(found, remarks);
   });
 }
 

@@ -8,6 +8,7 @@
 
 #include "zel/core/api.h"
 #include "zel/core/progress.h"
+#include "zel/io/output_file.h"
 #include "zel/io/remark.h"
 #include "zel/mesh/mesh.h"
 
@@ -37,6 +38,10 @@ struct WriteOptions {
 ///         whose live faces name no live node, kUnwritable, kExhausted, kCancelled. The target is
 ///         as it was then.
 ZEL_API void writeMesh(const Mesh& mesh, const std::string& file, const WriteOptions& options = {},
+                       Remarks* remarks = nullptr);
+
+/// As for a file, into an output that the caller commits.
+ZEL_API void writeMesh(const Mesh& mesh, OutputFile& output, const WriteOptions& options = {},
                        Remarks* remarks = nullptr);
 
 /// As for a file, into a stream, from where it stands. `options.format` must name the format. After

@@ -52,9 +52,13 @@ class ZelReader {
 
   Mesh read() {
     readVersion();
+    part_ = "list of nodes";
     readNodes();
+    part_ = "list of triangles";
     readFaces<TriangleCL>(mesh_.triangles, "TRIANGLE", "triangle");
+    part_ = "list of quads";
     readFaces<QuadCL>(mesh_.quads, "QUAD", "quad");
+    part_ = "texture coordinates";
     readTexture(mesh_.triangleTexture, 3LL * mesh_.triangles.GetBoundM());
     readTexture(mesh_.quadTexture, 4LL * mesh_.quads.GetBoundM());
     expectEndOfFile();
@@ -67,7 +71,7 @@ class ZelReader {
   // --- lines -----------------------------------------------------------------------------------
 
   [[nodiscard]] Error fault(const std::string& why) const {
-    return job_.input.fault(why, {.line = line_});
+    return job_.input.fault(std::string(part_) + ": " + why, {.line = line_});
   }
   void require(bool isThere, const char* wanted) const {
     if (!isThere) {
@@ -84,7 +88,7 @@ class ZelReader {
   bool takeNumber(Number& value) {
     text_.skipBlanks();
     if constexpr (std::is_floating_point_v<Number>) {
-      return text_.takeReal(value);
+      return text_.takeReal(value, true);
     } else {
       return text_.takeInt(value);
     }
@@ -278,6 +282,7 @@ class ZelReader {
   ReadJob& job_;
   TextCursor text_;
   ProgressSteps steps_;
+  const char* part_ = "version tag";
   bool isPlain_ = false;  // the list in hand
   long long line_ = 1;    // the one in hand, or just taken
   Mesh mesh_;

@@ -21,7 +21,7 @@ class FormatsCommand : public Command {
  private:
   static std::string jsonText() {
     Json::Elements json;
-    for (const FileFormat& format : fileFormats()) {
+    for (const KnownFormat& format : knownFormats()) {
       json.emplace_back(
           Json::Members{{"name", format.name}, {"reads", true}, {"writes", format.isWritten}});
     }
@@ -33,7 +33,7 @@ class FormatsCommand : public Command {
     std::string others = "read only, through Assimp:\n ";
     constexpr std::size_t kPerLine = 12;
     std::size_t count = 0;
-    for (const FileFormat& format : fileFormats()) {
+    for (const KnownFormat& format : knownFormats()) {
       if (format.isWritten) {
         text += "  " + format.name + "  " + format.description + "\n";
       } else {

@@ -11,7 +11,6 @@
 #include "tools/zel/format_options.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
-#include "tools/zel/output_file.h"
 #include "tools/zel/picture_file.h"
 #include "tools/zel/view_options.h"
 
@@ -99,7 +98,7 @@ class RenderCommand : public Command {
  private:
   [[nodiscard]] view::Picture draw(const view::SceneMesh& scene, const view::TextureImage& texture,
                                    const view::DrawOptions& options) const {
-    view::Camera camera(viewOptions_.upAxis(inputFormat(file_, from_)));
+    view::Camera camera(viewOptions_.upAxis(inputFormatName(file_, from_)));
     camera.setAngles(yaw_, pitch_);
     for (const auto& [name, side] : kSides) {
       if (name == side_) {

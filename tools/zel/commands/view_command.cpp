@@ -72,7 +72,7 @@ class ViewCommand : public Command {
   [[nodiscard]] view::OpenedScene open(const std::string& file, const Console& console) const {
     view::OpenedScene opened;
     opened.scene = sceneOf(readMesh(file, from_, console));
-    opened.up = viewOptions_.upAxis(inputFormat(file, from_));
+    opened.up = viewOptions_.upAxis(inputFormatName(file, from_));
     opened.title = windowTitle(file, *opened.scene);
     return opened;
   }

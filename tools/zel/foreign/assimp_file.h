@@ -1,10 +1,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "tools/zel/input_file.h"
 #include "tools/zel/mesh_nodes.h"
-#include "tools/zel/output_file.h"
 
 namespace zel::program {
 
@@ -15,8 +15,7 @@ namespace zel::program {
 /// @throws Failure (code 3).
 [[nodiscard]] Mesh readThroughAssimp(const InputFile& input, const std::string& format);
 
-/// Writes live nodes and faces through Assimp in a binary form.
-/// @param format "ply" or "stl". @throws Failure (code 4).
-void writeThroughAssimp(const Mesh& mesh, const OutputFile& output, const std::string& format);
+/// @return the extensions of all that Assimp reads, in lower case, sorted.
+[[nodiscard]] std::vector<std::string> assimpExtensions();
 
 }  // namespace zel::program

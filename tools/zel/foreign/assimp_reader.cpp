@@ -1,14 +1,13 @@
 #include <assimp/scene.h>
 
+#include <algorithm>
 #include <array>
 #include <assimp/Importer.hpp>
-#include <cstdint>
 #include <limits>
 #include <string>
 
 #include "tools/zel/failure.h"
 #include "tools/zel/foreign/assimp_file.h"
-#include "tools/zel/word_scanner.h"
 
 namespace zel::program {
 
@@ -95,38 +94,24 @@ class SceneJoiner {
   int first_ = 0;  ///< node slot of the present part's vertex 0
 };
 
-/// Assimp takes memory for what a PLY header counts before it looks for the content, so a count
-/// that the file cannot hold is refused here: every element takes at least one byte.
-void refuseImpossibleCounts(const InputFile& input) {
-  constexpr std::size_t kLongestHeader = std::size_t{1} << 16;
-  const std::string head = input.readStart(kLongestHeader);
-  WordScanner scanner(head);
-  if (scanner.word() != "ply") {
-    return;
-  }
-  for (scanner.nextLine(); !scanner.atEnd(); scanner.nextLine()) {
-    const std::string_view keyword = scanner.word();
-    if (keyword == "end_header") {
-      return;
-    }
-    const std::string_view element = keyword == "element" ? scanner.word() : "";
-    std::uint64_t count = 0;
-    if (!element.empty() && WordScanner::parse(scanner.word(), count) && count > input.size()) {
-      throw unreadable(input.name(), "the header counts " + std::to_string(count) + " of " +
-                                         std::string(element) + " in a file of " +
-                                         std::to_string(input.size()) + " bytes");
-    }
-  }
-}
-
 }  // namespace
+
+std::vector<std::string> assimpExtensions() {
+  std::string list;  // "*.3ds;*.obj;..."
+  Assimp::Importer().GetExtensionList(list);
+  std::vector<std::string> extensions;
+  for (std::size_t start = 0; start < list.size();) {
+    const std::size_t end = std::min(list.find(';', start), list.size());
+    extensions.push_back(lowerCase(list.substr(start + 2, end - start - 2)));
+    start = end + 1;
+  }
+  std::ranges::sort(extensions);
+  return extensions;
+}
 
 Mesh readThroughAssimp(const InputFile& input, const std::string& format) {
   Assimp::Importer importer;
   const aiScene* scene = nullptr;
-  if (format == "ply") {
-    refuseImpossibleCounts(input);
-  }
   const bool nameTellsFormat =
       input.isOwnFile() &&
       importer.GetImporterIndex(format.c_str()) ==

@@ -35,10 +35,12 @@ class FaceBuilder {
  private:
   void addTriangle(std::array<std::size_t, 3> places, std::span<const int> corners,
                    std::span<const Float2> texture, int material);
+  void addPolygon(std::span<const int> corners, std::span<const Float2> texture, int material);
   void addQuad(std::span<const int> corners, std::span<const Float2> texture, int material);
 
   Mesh& mesh_;
   Appearance* appearance_;
+  std::vector<Float3> points_;  // of the polygon in hand
   long long polygons_ = 0;
   long long behindQuads_ = 0;  // triangles that followed a quad
 };

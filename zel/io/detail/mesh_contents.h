@@ -3,7 +3,6 @@
 /// @file
 /// What a mesh holds, for the writers of formats that hold less.
 
-#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -30,9 +29,5 @@ struct NodeNumbers {
   std::vector<int> ofSlot;  ///< per slot; kNoIndex where no live node is
   int count = 0;
 };
-
-/// @return the two triangles of a quad along its better diagonal, as places of its corners.
-[[nodiscard]] std::array<std::array<std::size_t, 3>, 2> splitQuad(
-    const Mesh& mesh, const std::array<int, 4>& corners);
 
 }  // namespace zel

@@ -157,7 +157,7 @@ class TextPlySource {
     text_.skipBlanks();
     if (!text_.takeReal(value) || !text_.atWordEnd()) {
       throw fault(text_.atEnd() ? "the file ends before its elements do"
-                                : "a number is missing or malformed");
+                                : "a number is missing, malformed or out of range");
     }
     return value;
   }

@@ -99,9 +99,10 @@ class TextCursor {
     at_ = stop;
     return true;
   }
-  /// As takeInt(). Numbers beyond the range become an infinity or zero.
+  /// As takeInt(). Numbers too small for the type become zero.
+  /// @param takesHuge whether numbers too large become an infinity; else they are none.
   template <class Real>
-  bool takeReal(Real& value) {
+  bool takeReal(Real& value, bool takesHuge = false) {
     const char* const first = numberStart();
     const auto [stop, error] = std::from_chars(first, end_, value);
     if (error == std::errc::invalid_argument || stop[-1] == ')') {  // "nan(text)" is no number
@@ -109,6 +110,9 @@ class TextCursor {
     }
     if (error == std::errc::result_out_of_range) {
       value = static_cast<Real>(outOfRangeReal({first, stop}));
+      if (value != 0 && !takesHuge) {
+        return false;
+      }
     }
     at_ = stop;
     return true;
