@@ -107,7 +107,8 @@ TEST(FaultyPlainLists, makeUpNoNumbers) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(, FaultyStreams, testing::ValuesIn(streamOperations()), testName);
+INSTANTIATE_TEST_SUITE_P(, FaultyStreams, testing::ValuesIn(streamOperations()),
+                         testName<StreamOperation>);
 
 }  // namespace
 }  // namespace zel::test

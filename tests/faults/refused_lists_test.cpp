@@ -81,7 +81,8 @@ TEST_P(RefusedLists, areWholeOrSaySo) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(, RefusedLists, testing::ValuesIn(streamOperations()), testName);
+INSTANTIATE_TEST_SUITE_P(, RefusedLists, testing::ValuesIn(streamOperations()),
+                         testName<StreamOperation>);
 
 // --- calls that name files -----------------------------------------------------------------------
 

@@ -6,7 +6,6 @@
 #include <type_traits>
 #include <utility>
 
-#include "faults/faulty_stream.h"
 #include "textfile/random_arrays.h"
 #include "zel/textfile/file_version.h"
 #include "zel/textfile/keyword_lists.h"
@@ -39,28 +38,19 @@ std::string linesOf(const Values& values) {
   return lines + values.chars.data() + "\n";
 }
 
-template <class Array>
-std::string linesOf(const Array& array) {
-  FaultyBytes bytes;
-  KwIOCL io;
-  takeStream(io, bytes.open("w", true), false);
-  if constexpr (std::is_same_v<Array, Int2DArr>) {
-    slFprintfInt2dArr(io.GetFileDescriptM(), array, "l");
-  } else {
-    array.FmOutputZelLstM(&io, "l");
-  }
-  io.CloseM();
-  return std::to_string(array.GetBoundM()) + " " + std::to_string(array.GetAvailableNumM()) + "\n" +
-         bytes.bytes();
-}
-
 template <class Object, class Work>
 class RunOn : public OperationRun {
  public:
   RunOn(const Object& object, Work how, bool isReader)
       : object_(object), work_(how), isReader_(isReader) {}
   void work(KwIOCL& io) override { work_(object_, io); }
-  [[nodiscard]] std::string result() const override { return isReader_ ? linesOf(object_) : ""; }
+  [[nodiscard]] std::string result() const override {
+    if constexpr (std::is_same_v<Object, Values>) {
+      return isReader_ ? linesOf(object_) : "";
+    } else {
+      return isReader_ ? listingOf(object_) : "";
+    }
+  }
   [[nodiscard]] bool hasTold() const override {
     if constexpr (std::is_same_v<Object, Values>) {
       return object_.hasTold;

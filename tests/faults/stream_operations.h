@@ -10,8 +10,12 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <type_traits>
 #include <vector>
 
+#include "faults/faulty_stream.h"
+#include "zel/containers/int2d_arr.h"
+#include "zel/textfile/keyword_lists.h"
 #include "zel/textfile/kw_iocl.h"
 
 namespace zel::test {
@@ -44,8 +48,9 @@ struct StreamOperation {
   }
 };
 
-/// An operation's name as a test's.
-inline std::string testName(const testing::TestParamInfo<StreamOperation>& each) {
+/// The name of a test's parameter as a part of the test's own.
+template <class Named>
+std::string testName(const testing::TestParamInfo<Named>& each) {
   std::string name = each.param.name;
   std::replace(name.begin(), name.end(), ' ', '_');
   return name;
@@ -56,6 +61,22 @@ const std::vector<StreamOperation>& streamOperations();
 
 /// Hands `file` to the object, as a stream of text or of bytes.
 void takeStream(KwIOCL& io, std::FILE* file, bool isBinary);
+
+/// The counts and the slots of an array, in lines.
+template <class Array>
+std::string listingOf(const Array& array) {
+  FaultyBytes bytes;
+  KwIOCL io;
+  takeStream(io, bytes.open("w", true), false);
+  if constexpr (std::is_same_v<Array, Int2DArr>) {  // its tagged list would be binary
+    slFprintfInt2dArr(io.GetFileDescriptM(), array, "l");
+  } else {
+    array.FmOutputZelLstM(&io, "l");
+  }
+  io.CloseM();
+  return std::to_string(array.GetBoundM()) + " of " + std::to_string(array.GetLengthM()) + ", " +
+         std::to_string(array.GetAvailableNumM()) + " live\n" + bytes.bytes();
+}
 
 /// What an operation that nothing disturbs makes of its content, or writes.
 struct CleanRun {

@@ -35,10 +35,16 @@ class PipeFile {
       std::fclose(in);
     });
   }
-  ~PipeFile() { std::fclose(file_); }
+  ~PipeFile() {
+    if (file_ != nullptr) {
+      std::fclose(file_);
+    }
+  }
   PipeFile(const PipeFile&) = delete;
   PipeFile& operator=(const PipeFile&) = delete;
   operator std::FILE*() const { return file_; }
+  /// @return the stream, from now on the caller's to close, before this object's end.
+  [[nodiscard]] std::FILE* release() { return std::exchange(file_, nullptr); }
 
  private:
   std::FILE* file_;

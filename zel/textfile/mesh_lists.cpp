@@ -85,7 +85,7 @@ bool readIntoSlot(FILE* file, Slots* slots, int index) {
 
 template <class Nodes>
 struct NodeWays {
-  Nodes* slots;
+  explicit NodeWays(Nodes* nodes) : slots(nodes) {}
 
   void prepare(int count) const { slots->reserve(count); }
   static int lengthAfter(int before, int count) { return std::max(before, count); }
@@ -99,11 +99,13 @@ struct NodeWays {
       slots->takeUpNextSlot();
     }
   }
+
+  Nodes* slots;
 };
 
 template <class Faces>
 struct FaceWays {
-  Faces* slots;
+  explicit FaceWays(Faces* faces) : slots(faces) {}
 
   // The last slot that the list names exists and is fresh.
   void prepare(int count) const {
@@ -124,6 +126,8 @@ struct FaceWays {
     store.setBound(std::max(store.bound(), count));
   }
   void countLive() const { slots->setAvailable(slots->store().available() + 1); }
+
+  Faces* slots;
 };
 
 // Reads records until one has no index. @return whether all were read.
@@ -198,13 +202,13 @@ int readList(FILE* file, const Ways& ways, ReadOne readOne) {
 // --- nodes -------------------------------------------------------------------------------------
 
 int NodeArr::FmReadNodeLstM(FILE* file) {
-  return readList<NodeCL>(file, NodeWays{&nodes_},
+  return readList<NodeCL>(file, NodeWays(&nodes_),
                           [this, file](int index) { fmReadOneNodeM(file, index); });
 }
 
 int NodeArr::fmReadOneNodeM(FILE* file, int index) {
   if (readIntoSlot(file, &nodes_, index)) {
-    NodeWays{&nodes_}.countLive();
+    NodeWays(&nodes_).countLive();
   }
   return 1;
 }
@@ -212,13 +216,13 @@ int NodeArr::fmReadOneNodeM(FILE* file, int index) {
 // --- triangles ---------------------------------------------------------------------------------
 
 int TriangleArr::FmReadTriangleLstM(FILE* file) {
-  return readList<TriangleCL>(file, FaceWays{&faces_},
+  return readList<TriangleCL>(file, FaceWays(&faces_),
                               [this, file](int index) { fmReadOneTriangleM(file, index); });
 }
 
 int TriangleArr::fmReadOneTriangleM(FILE* file, int index) {
   if (readIntoSlot(file, &faces_, index)) {
-    FaceWays{&faces_}.countLive();
+    FaceWays(&faces_).countLive();
   }
   return 1;
 }
@@ -235,13 +239,13 @@ int TriangleArr::ExportTriangleLstDBFileM(FILE* file, const float* matrix) const
 // --- quads -------------------------------------------------------------------------------------
 
 int QuadArr::FmReadQuadLstM(FILE* file) {
-  return readList<QuadCL>(file, FaceWays{&faces_},
+  return readList<QuadCL>(file, FaceWays(&faces_),
                           [this, file](int index) { fmReadOneQuadM(file, index); });
 }
 
 int QuadArr::fmReadOneQuadM(FILE* file, int index) {
   if (readIntoSlot(file, &faces_, index)) {
-    FaceWays{&faces_}.countLive();
+    FaceWays(&faces_).countLive();
   }
   return 1;
 }
