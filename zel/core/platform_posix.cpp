@@ -25,7 +25,27 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const auto kNoConverter = reinterpret_cast<iconv_t>(-1);
+/// A converter of text codes; there is none where the system lacks the tables or memory.
+class Converter {
+ public:
+  Converter(const char* to, const char* from) : converter_(iconv_open(to, from)) {}
+  ~Converter() {
+    if (isKnown()) {
+      iconv_close(converter_);
+    }
+  }
+  Converter(const Converter&) = delete;
+  Converter& operator=(const Converter&) = delete;
+  [[nodiscard]] bool isKnown() const { return converter_ != reinterpret_cast<iconv_t>(-1); }
+  /// As iconv().
+  std::size_t convert(char** in, std::size_t* left, char** out, std::size_t* room) const {
+    return iconv(converter_, in, left, out, room);
+  }
+
+ private:
+  iconv_t converter_;
+};
+
 constexpr auto kFailed = static_cast<std::size_t>(-1);
 
 PathKind kindOf(const std::string& path) {
@@ -146,7 +166,7 @@ bool Platform::copyFile(const char* source, const char* target) {
 std::uint32_t Platform::presentDrives() { return 0; }
 
 std::string utf8FromGbk(std::string_view gbk) {
-  const iconv_t converter = iconv_open("UTF-8", "GBK");
+  const Converter converter("UTF-8", "GBK");
   std::string source(gbk);
   char* in = source.data();
   std::size_t left = source.size();
@@ -155,17 +175,14 @@ std::string utf8FromGbk(std::string_view gbk) {
     std::array<char, 256> block;
     char* out = block.data();
     std::size_t room = block.size();
-    const bool known = converter != kNoConverter;
-    const std::size_t result = known ? iconv(converter, &in, &left, &out, &room) : kFailed;
+    const bool known = converter.isKnown();
+    const std::size_t result = known ? converter.convert(&in, &left, &out, &room) : kFailed;
     utf8.append(block.data(), out);
     if (result == kFailed && (!known || errno != E2BIG)) {
       utf8 += known || static_cast<signed char>(*in) < 0 ? '?' : *in;
       ++in;
       --left;
     }
-  }
-  if (converter != kNoConverter) {
-    iconv_close(converter);
   }
   return utf8;
 }
