@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
@@ -28,6 +29,32 @@ TEST_F(CharArrPosixFiles, modesAndLinksOutliveASave) {
   fs::create_symlink("to come", dir_.file("early link"));
   EXPECT_EQ(save("first", dir_.file("early link")), 0);
   EXPECT_EQ(readFile(dir_.file("to come")), "first");
+}
+
+// Another file in its place would leave the other names, or the owner, with the old content.
+TEST_F(CharArrPosixFiles, filesOfSeveralNamesOrAnotherOwnerAreWrittenInPlace) {
+  const std::string path = dir_.file("shared");
+  writeFile(path, "old content");
+  fs::create_hard_link(path, dir_.file("other name"));
+  EXPECT_EQ(save("new", path), 0);
+  EXPECT_EQ(readFile(dir_.file("other name")), "new");
+  fs::remove(dir_.file("other name"));
+
+  constexpr uid_t kOther = 12345;
+  struct stat before {};
+  struct stat after {};
+  ASSERT_EQ(stat(path.c_str(), &before), 0);
+  EXPECT_EQ(save("newer", path), 0);
+  ASSERT_EQ(stat(path.c_str(), &after), 0);
+  EXPECT_NE(after.st_ino, before.st_ino) << "one's own file is replaced";
+  if (chown(path.c_str(), kOther, static_cast<gid_t>(-1)) != 0) {
+    return;  // for administrators only
+  }
+  EXPECT_EQ(save("newest", path), 0);
+  ASSERT_EQ(stat(path.c_str(), &before), 0);
+  EXPECT_EQ(before.st_ino, after.st_ino);
+  EXPECT_EQ(before.st_uid, kOther);
+  EXPECT_EQ(readFile(path), "newest");
 }
 
 // A limit on file sizes fails the write as a full disk does.

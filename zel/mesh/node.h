@@ -284,7 +284,8 @@ class ZEL_API NodeArr {
 
   // --- plain files -----------------------------------------------------------------------------
 
-  /// Reads a plain node list. Records that do not fit are dropped. @return 1.
+  /// Reads a plain node list. Records that do not fit are dropped; reading ends where the stream
+  /// fails, which its error flag tells. @return 1.
   int FmReadNodeLstM(FILE* file);
 
  private:

@@ -151,7 +151,8 @@ class ZEL_API QuadArr {
 
   // --- plain files -----------------------------------------------------------------------------
 
-  /// Reads a plain quad list. Records that do not fit are dropped. @return 1.
+  /// Reads a plain quad list. Records that do not fit are dropped; reading ends where the stream
+  /// fails, which its error flag tells. @return 1.
   int FmReadQuadLstM(FILE* file);
   /// Writes the plain list "QUAD", every slot below the bound. @return 1.
   int FmWriteQuadLstToFileM(FILE* file) const;
