@@ -55,11 +55,11 @@ int exportLive(FILE* file, const char* name, const char* endName, const Faces& f
 // fails.
 template <class Element>
 bool readRecord(FILE* file, Element* element) {
-  Element record = *element;
-  record.FmReadZelFileM(file);
+  const Element before = *element;
+  element->FmReadZelFileM(file);
   const bool isWhole = zel::soundOrNone(file) != nullptr;
-  if (isWhole) {
-    *element = record;
+  if (!isWhole) {
+    *element = before;
   }
   return isWhole;
 }
@@ -69,8 +69,8 @@ bool readRecord(FILE* file, Element* element) {
 template <class Slots>
 bool readIntoSlot(FILE* file, Slots* slots, int index) {
   auto& store = slots->changeAll();
-  std::remove_reference_t<decltype(store[0])> dropped;
   if (index < 0 || index >= store.length()) {
+    std::remove_reference_t<decltype(store[0])> dropped;
     dropped.FmReadZelFileM(file);
     return false;
   }

@@ -40,8 +40,6 @@ void PlainListWriter::writeEnd(FILE* file, std::string_view name) {
   LinePrinter(file).add(kEndTag.head).add(name).add(kEndTag.tail).add("\n").finish();
 }
 
-FILE* soundOrNone(FILE* file) { return file != nullptr && std::ferror(file) == 0 ? file : nullptr; }
-
 bool readPlainTagLine(FILE* file, int* number, int maxColumns) {
   TextScanner scanner(soundOrNone(file), LookAhead::kLine);
   const bool found = scanner.number(*number, maxColumns);

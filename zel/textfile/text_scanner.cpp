@@ -15,15 +15,9 @@ bool isDigit(int c) { return c >= '0' && c <= '9'; }
 int lowerCase(int c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; }
 bool isHexDigit(int c) { return isDigit(c) || (lowerCase(c) >= 'a' && lowerCase(c) <= 'f'); }
 
-thread_local std::int64_t takenOfThread = 0;
-
 }  // namespace
 
-std::int64_t charactersTaken() { return takenOfThread; }
-
-void TextScanner::noteTaken(std::size_t count) {
-  takenOfThread += static_cast<std::int64_t>(count);
-}
+constinit thread_local std::int64_t takenOfThread = 0;
 
 int TextScanner::refill() {
   if (file_ == nullptr || hasFailed_) {

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <string_view>
 
+#include "zel/textfile/detail/platform_stdio.h"
 #include "zel/textfile/detail/tag_texts.h"
 
 namespace zel {
@@ -31,7 +32,9 @@ class PlainListWriter {
 /// A stream that fails while it is read tells so by its error flag alone. From then on it counts as
 /// ended, lest what follows the gap be read in place of what was lost. @return `file`; null, which
 /// is an empty stream to all readers, when its error flag is set.
-[[nodiscard]] FILE* soundOrNone(FILE* file);
+[[nodiscard]] inline FILE* soundOrNone(FILE* file) {
+  return file != nullptr && !hasError(file) ? file : nullptr;
+}
 
 /// Reads a number, a comma behind it, and a word that is dropped.
 /// @param maxColumns characters of the number at most.

@@ -17,8 +17,17 @@ namespace zel {
 // A stream is used by one thread at a time, so characters are read without its lock.
 #if defined(_WIN32)
 inline int readChar(FILE* file) { return _getc_nolock(file); }
+inline bool hasError(FILE* file) { return std::ferror(file) != 0; }
 #else
 inline int readChar(FILE* file) { return getc_unlocked(file); }
+inline bool hasError(FILE* file) { return ferror_unlocked(file) != 0; }
+#endif
+
+/// Characters that the scanners of a thread have taken, ever.
+#if defined(_WIN32)
+extern constinit thread_local std::int64_t takenOfThread;
+#else  // reached without a call, as one that counts for every number must be
+[[gnu::tls_model("initial-exec")]] extern constinit thread_local std::int64_t takenOfThread;
 #endif
 
 /// Opens a file, its name taken as presentFileName() has it; a directory is refused. Line ends are

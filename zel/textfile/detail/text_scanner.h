@@ -14,7 +14,7 @@ namespace zel {
 
 /// Characters that scanners of the calling thread have taken, ever: the difference of two answers
 /// tells how much was read in between from a stream that does not know its position.
-[[nodiscard]] std::int64_t charactersTaken();
+[[nodiscard]] inline std::int64_t charactersTaken() { return takenOfThread; }
 
 /// How far a TextScanner may look ahead.
 enum class LookAhead {
@@ -35,7 +35,7 @@ class TextScanner {
   TextScanner(FILE* file, LookAhead lookAhead) : file_(file), lookAhead_(lookAhead) {}
   ~TextScanner() {
     const auto left = static_cast<std::size_t>(end_ - at_);
-    noteTaken(fetched_ - left);
+    takenOfThread += static_cast<std::int64_t>(fetched_ - left);
     if (left != 0) {
       giveBack(file_, {at_, left});
     }
@@ -89,8 +89,6 @@ class TextScanner {
   template <class Sink>
   bool takeWord(Sink sink);
   static constexpr std::size_t kLineRoom = 256;
-
-  static void noteTaken(std::size_t count);
 
   /// Moves on from a character that peek() has shown. @return the next one, as peek().
   int next() {
