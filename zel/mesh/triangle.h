@@ -268,8 +268,8 @@ class ZEL_API TriangleArr {
 
   // --- plain files -----------------------------------------------------------------------------
 
-  /// Reads a plain triangle list. Records that do not fit are dropped; reading ends where the stream
-  /// fails, which its error flag tells. @return 1.
+  /// Reads a plain triangle list. Records that do not fit are dropped; reading ends where the
+  /// stream fails, which its error flag tells. @return 1.
   int FmReadTriangleLstM(FILE* file);
   /// Writes the plain list "TRIANGLE", every slot below the bound. @return 1.
   int FmWriteTriangleLstToFileM(FILE* file) const;

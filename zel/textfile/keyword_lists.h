@@ -21,8 +21,8 @@ ZEL_API int slFprintfPoint2DArr(FILE* file, const Point2DArr& array, const char*
 
 /// Empties the array, then reads the next list into it. Tags are not compared. Entries that hold
 /// the mark of a hole are left out, and so are entries whose index is negative or beyond anything
-/// that the file could hold. Reading ends where an index cannot be read, and where the stream fails,
-/// which its error flag tells. From a pipe a list is what it would be from a file.
+/// that the file could hold. Reading ends where an index cannot be read, and where the stream
+/// fails, which its error flag tells. From a pipe a list is what it would be from a file.
 /// @return 1, whatever was read.
 ZEL_API int slFscanfIntArr(FILE* file, IntArr* array);
 /// A pair is left out only when both numbers are the mark.

@@ -8,8 +8,8 @@
 /// stored unless said otherwise. Every print helper returns 1 when the printer reports no error,
 /// else 0; reals are handed to it as `double`. All of them use the decimal point whatever locale
 /// the process has set. A null stream or format fails, and so does scanning a stream whose error
-/// flag is set: a number that a failed read cut off is none. clearerr() lifts that. The caller answers
-/// for a format that suits the value.
+/// flag is set: a number that a failed read cut off is none. clearerr() lifts that. The caller
+/// answers for a format that suits the value.
 
 #include <cstdio>
 
@@ -50,8 +50,8 @@ ZEL_API int slFprintfTexPixel4D(FILE* file, const char* format, const unsigned c
 // --- lines and words -----------------------------------------------------------------------------
 
 /// Reads one line without its end (LF or CR LF) and keeps `size` - 1 characters of it; the rest of
-/// a longer line is dropped. At the end of the file, and when reading fails, the text is empty. With
-/// `size` below 1 nothing is stored. @return 1.
+/// a longer line is dropped. At the end of the file, and when reading fails, the text is empty.
+/// With `size` below 1 nothing is stored. @return 1.
 ZEL_API int slFgets(FILE* file, char* buffer, int size);
 
 /// Drops the rest of the line. @return 1; 0 when the file ends, or fails, before the line does.
