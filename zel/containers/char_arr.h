@@ -23,46 +23,63 @@ class KwIOCL;
 /// Bytes that an operation is given may lie in the buffer itself.
 class ZEL_API CharArr {
  public:
-  /// @name Life, as IntArr
-  /// @{
+  // --- life, as IntArr ---
+  /// An empty array of four slots, increment 10.
   CharArr();
+  /// An empty array with room for `length` slots; 4 or fewer give 4.
   explicit CharArr(int length);
+  /// A deep copy: every slot, the counters and the increment.
   CharArr(const CharArr& other);
+  /// Takes the content over in constant time; `other` is left as newly constructed.
   CharArr(CharArr&& other) noexcept;
+  /// Copies every slot, the counters and the increment. Out of memory, this array stays as it was.
   CharArr& operator=(const CharArr& other);
+  /// Takes the content over in constant time; `other` is left as newly constructed.
   CharArr& operator=(CharArr&& other) noexcept;
+  /// Releases the store.
   virtual ~CharArr();
-  /// @}
 
-  /// @name Capacity, as IntArr
-  /// @{
+  // --- capacity, as IntArr ---
+  /// Adds `count` slots at the end of the store; below 1 nothing happens. @return 1.
   int AddSizeM(int count);
+  /// Makes the store at least `length` slots long. @return 1.
   int InitialSizeM(int length);
+  /// As IntArr::SetIncrementM(). @return 1.
   int SetIncrementM(int increment);
+  /// @return the slots allocated.
   [[nodiscard]] int GetLengthM() const;
+  /// @return one past the highest slot written.
   [[nodiscard]] int GetBoundM() const;
+  /// @return the slots counted as live.
   [[nodiscard]] int GetAvailableNumM() const;
+  /// @return number of slots after `index` and below the bound, zeros included.
   [[nodiscard]] int GetAvailableNumM(int index) const;
+  /// @return the first slot of the store, GetLengthM() slots long; valid until it grows.
   [[nodiscard]] char* getCurrentItemPrtM();
+  /// As getCurrentItemPrtM(), for reading.
   [[nodiscard]] const char* getCurrentItemPrtConstM() const;
-  /// @}
 
-  /// @name Writing, as IntArr
-  /// Except: SetItemM() raises the available count on every write.
-  /// @{
+  // --- writing, as IntArr ---
+  /// Writes one character and raises the available count; grows as IntArr::SetItemM(). @return 1.
   int SetItemM(char value, int index);
+  /// Writes a character at the bound. @return its index.
   int AddItemM(char value);
+  /// Moves the slots from `position` (0 to the bound) up by one and writes the freed slot.
+  /// @return 1.
   int InsertItemM(char value, int position);
-  /// @}
 
-  /// @name Reading, as IntArr
-  /// @{
+  // --- reading, as IntArr ---
+  /// Reads a character, zero or not.
+  /// @param[out] value 0 when `index` is not in 0 to bound - 1.
+  /// @return 1 in both cases.
   int GetItemM(char* value, int index) const;
+  /// @return the character, zero or not; null when `index` is not in 0 to bound - 1.
   [[nodiscard]] char* GetItemPM(int index);
+  /// As GetItemPM(), for reading.
   [[nodiscard]] const char* GetItemPM(int index) const;
-  /// @}
   /// @return the store, GetLengthM() characters long.
   [[nodiscard]] char* GetContentPtrM();
+  /// As GetContentPtrM(), for reading.
   [[nodiscard]] const char* GetContentConstPtrM() const;
   /// Finds the first slot below the bound that holds `value`.
   /// @param[out] index its index, -2147483647 on a miss. @return 1 found, 0 not.
@@ -81,21 +98,27 @@ class ZEL_API CharArr {
   /// @return 1; 0 with count 0 when `start` is not in 0 to bound - 1.
   int GetOneLineM(int start, char* out, int* count, int keepEnd) const;
 
-  /// @name Walking the live slots, as IntArr
-  /// Except: every slot below the bound is visited.
-  /// @{
+  // --- walking the live slots, as IntArr ---
+  /// First character of all; as GetNextM() after -1.
   int GetFirstM(char* value, int* index) const;
+  /// The character after `after`, zero or not.
+  /// @param[out] value, index 0 and -2147483647 at the bound.
+  /// @return 1, or -1 at the bound.
   int GetNextM(char* value, int* index, int after) const;
+  /// Last character, zero or not.
+  /// @param[out] value, index 0 and -2147483647 when there is none.
+  /// @return its index (unlike GetNextM()), or -1 when there is none.
   int GetLastM(char* value, int* index) const;
-  /// @}
 
-  /// @name Deleting, as IntArr
-  /// Except: characters 1 to 127 only are marked and counted down.
-  /// @{
+  // --- deleting, as IntArr ---
+  /// Zeroes a character from 1 to 127 and lowers the available count; the bound drops by one when
+  /// it was the last slot.
+  /// @return 1.
   int DelItemM(int index);
+  /// Deletes everything and returns to four slots inside the object. @return 1.
   int DelAllM();
+  /// Deletes everything and keeps the store. @return 1.
   int DelAllVirtualM();
-  /// @}
   /// Moves the characters 1 to 127 together, zeroes the slots they came from and lowers the bound
   /// to their number. When the bound was 5 or more and at most 4 are left, they return into the
   /// object and the length is 4 again. The available count stays. @return 1.
@@ -134,24 +157,27 @@ class ZEL_API CharArr {
   // --- appending; bound and available count rise by the number of bytes ---
   /// Appends `count` bytes as they are. @return 1.
   int AddContentvcM(const char* bytes, int count);
-  /// @name Append one value
-  /// A character, a text without its zero, or the bytes of a number in memory order
-  /// (little-endian): four, for a POINT x and then y, for AddContent3vfM() three floats. @return 1.
-  /// @{
+  // --- appending one value: its bytes as they lie in memory, the lowest first ---
+  /// One character. @return 1.
   int AddContentM(char value);
+  /// A text without its zero. @return 1.
   int AddContentM(const char* text);
+  /// The four bytes of an integer. @return 1.
   int AddContentM(int value);
+  /// The four bytes of a float. @return 1.
   int AddContentM(float value);
+  /// The eight bytes of a position: x, then y. @return 1.
   int AddContentM(POINT value);
+  /// The four bytes of an unsigned integer. @return 1.
   int AddContentUM(unsigned int value);
+  /// The twelve bytes of three floats. @return 1.
   int AddContent3vfM(const float* values);
-  /// @}
 
-  /// @name Files, as IntArr
-  /// @{
+  // --- files, as IntArr ---
+  /// Writes the array as the list `name`. @throws int 108 when it cannot be written.
   void FmOutputZelLstM(KwIOCL* io, const char* name) const;
+  /// Reads the next list on top of the present content. @throws int 107 when it cannot be read.
   void FmInputZelLstM(KwIOCL* io);
-  /// @}
   /// Loads a whole file, byte by byte, behind the first `offset` characters, which stay. Bound and
   /// available count become `offset` + its size.
   /// @return 1; 0, with nothing but the length changed, when the file cannot be opened or read, has

@@ -12,56 +12,79 @@ class KwIOCL;
 /// mark into the first only, and the first alone tells whether a slot is live.
 class ZEL_API Int2DArr {
  public:
-  /// @name Life, as IntArr
-  /// @{
+  // --- life, as IntArr ---
+  /// An empty array of four slots, increment 10.
   Int2DArr();
+  /// An empty array with room for `length` slots; 4 or fewer give 4.
   explicit Int2DArr(int length);
+  /// A deep copy: every slot, the counters and the increment.
   Int2DArr(const Int2DArr& other);
+  /// Takes the content over in constant time; `other` is left as newly constructed.
   Int2DArr(Int2DArr&& other) noexcept;
+  /// Copies every slot, the counters and the increment. Out of memory, this array stays as it was.
   Int2DArr& operator=(const Int2DArr& other);
+  /// Takes the content over in constant time; `other` is left as newly constructed.
   Int2DArr& operator=(Int2DArr&& other) noexcept;
+  /// Releases the store.
   virtual ~Int2DArr();
-  /// @}
 
-  /// @name Capacity, as IntArr
-  /// @{
+  // --- capacity, as IntArr ---
+  /// Adds `count` slots at the end of the store; below 1 nothing happens. @return 1.
   int AddSizeM(int count);
+  /// Makes the store at least `length` slots long. @return 1.
   int InitialSizeM(int length);
+  /// As IntArr::SetIncrementM(). @return 1.
   int SetIncrementM(int increment);
+  /// @return the slots allocated.
   [[nodiscard]] int GetLengthM() const;
+  /// @return one past the highest slot written.
   [[nodiscard]] int GetBoundM() const;
+  /// @return the slots counted as live.
   [[nodiscard]] int GetAvailableNumM() const;
+  /// @return number of live slots after `index` and below the bound. Walks them.
   [[nodiscard]] int GetAvailableNumM(int index) const;
+  /// @return the first slot of the store, GetLengthM() slots long; valid until it grows.
   [[nodiscard]] int (*getCurrentItemPrtM())[2];
+  /// As getCurrentItemPrtM(), for reading.
   [[nodiscard]] const int (*getCurrentItemPrtConstM() const)[2];
-  /// @}
 
-  /// @name Writing, as IntArr
-  /// @{
+  // --- writing, as IntArr ---
+  /// Writes one slot, growing as IntArr::SetItemM(). @param item two integers. @return 1.
   int SetItemM(const int* item, int index);
+  /// Writes a pair at the bound. @param item two integers. @return its index.
   int AddItemM(const int* item);
+  /// Moves the slots from `position` (0 to the bound) up by one and writes the freed slot.
+  /// @param item two integers.
+  /// @return 1.
   int InsertItemM(const int* item, int position);
-  /// @}
 
-  /// @name Reading, as IntArr
-  /// @{
+  // --- reading, as IntArr ---
+  /// Reads a slot, live or not.
+  /// @param[out] item two integers, both the mark when `index` is not in 0 to bound - 1.
+  /// @return 1 in both cases.
   int GetItemM(int* item, int index) const;
+  /// @return the slot, live or not; null when `index` is not in 0 to bound - 1.
   [[nodiscard]] int* GetItemPM(int index);
+  /// As GetItemPM(), for reading.
   [[nodiscard]] const int* GetItemPM(int index) const;
-  /// @}
 
-  /// @name Walking the live slots, as IntArr
-  /// @{
+  // --- walking the live slots, as IntArr ---
+  /// First live slot of all; as GetNextM() after -1.
   int GetFirstM(int* item, int* index) const;
+  /// First live slot above `after`.
+  /// @param[out] item two integers, both the mark when there is none; `index` is then -2147483647.
+  /// @return 1, or -1 when there is none.
   int GetNextM(int* item, int* index, int after) const;
-  /// @}
 
-  /// @name Deleting, as IntArr
-  /// @{
+  // --- deleting, as IntArr ---
+  /// Marks a live slot deleted and lowers the available count; the bound drops by one when it was
+  /// the last slot.
+  /// @return 1.
   int DelItemM(int index);
+  /// Deletes everything and returns to four slots inside the object. @return 1.
   int DelAllM();
+  /// Deletes everything and keeps the store. @return 1.
   int DelAllVirtualM();
-  /// @}
 
   // --- sorted index lists: entries (value, key), kept in ascending order of the key ---
   /// Searches a list in ascending order of component 1 by halving.
@@ -81,11 +104,11 @@ class ZEL_API Int2DArr {
   /// @return its index, or -1 (unlike the other searches), also for any other `which`.
   int FindItemByValueM(int which, int target, int* other) const;
 
-  /// @name Files, as IntArr
-  /// @{
+  // --- files, as IntArr ---
+  /// Writes the array as the list `name`. @throws int 108 when it cannot be written.
   void FmOutputZelLstM(KwIOCL* io, const char* name) const;
+  /// Reads the next list on top of the present content. @throws int 107 when it cannot be read.
   void FmInputZelLstM(KwIOCL* io);
-  /// @}
 
  private:
   zel::SlotStore<zel::Int2, zel::IntPolicy> slots_;

@@ -40,7 +40,9 @@ class ZEL_API IntArr {
   /// Copies every slot, the length, the counters and the increment. Out of memory, the target
   /// stays as it was.
   IntArr& operator=(const IntArr& other);
+  /// Takes the content over in constant time; `other` is left as newly constructed.
   IntArr& operator=(IntArr&& other) noexcept;
+  /// Releases the store.
   virtual ~IntArr();
 
   // --- capacity ---
@@ -61,6 +63,7 @@ class ZEL_API IntArr {
   [[nodiscard]] int GetAvailableNumM(int index) const;
   /// @return the first slot of the store, GetLengthM() slots long.
   [[nodiscard]] int* getCurrentItemPrtM();
+  /// As getCurrentItemPrtM(), for reading.
   [[nodiscard]] const int* getCurrentItemPrtConstM() const;
 
   // --- writing ---
@@ -87,12 +90,16 @@ class ZEL_API IntArr {
   int GetItemM(int* value, int index) const;
   /// @return the slot, live or not; null when `index` is not in 0 to bound - 1.
   [[nodiscard]] int* GetItemPM(int index);
+  /// As GetItemPM(), for reading.
   [[nodiscard]] const int* GetItemPM(int index) const;
   /// @return the slot; outside 0 to length - 1 a spare one that holds the mark and whose content
   ///         is not kept.
   [[nodiscard]] int& ElementAtM(int index);
+  /// As ElementAtM(), for reading.
   [[nodiscard]] const int& ElementAtM(int index) const;
+  /// As ElementAtM().
   [[nodiscard]] int& operator[](int index);
+  /// As ElementAtM(), for reading.
   [[nodiscard]] const int& operator[](int index) const;
   /// Finds the first slot below the bound that holds `value`, holes included.
   /// @param[out] index its index, -2147483647 on a miss. @return 1 found, 0 not.

@@ -17,10 +17,13 @@ class ZEL_API KwStringCL : public KwBaseCL {
   KwStringCL();
   /// @param tag the delete tag.
   explicit KwStringCL(char tag);
+  /// Copies tag and text.
   KwStringCL(const KwStringCL& other);
   /// Takes the text over; `other` keeps its tag and has no text.
   KwStringCL(KwStringCL&& other) noexcept;
+  /// Copies tag and text.
   KwStringCL& operator=(const KwStringCL& other);
+  /// Takes tag and text over; `other` keeps its tag and has no text.
   KwStringCL& operator=(KwStringCL&& other) noexcept;
   ~KwStringCL() override;
 

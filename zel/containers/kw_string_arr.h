@@ -24,12 +24,15 @@ class ZEL_API KwStringArr {
   // --- life ---
   /// Length 4, bound 0, count 0, increment 10; four slots inside the object.
   KwStringArr();
+  /// Copies the slots below the bound, the counters and the increment.
   KwStringArr(const KwStringArr& other);
+  /// Takes the content over; `other` is left as newly constructed.
   KwStringArr(KwStringArr&& other) noexcept;
   /// Copies the slots below the bound, the counters and the increment. The target's length becomes
   /// that of `other` and 4 more when `other` has outgrown its four inline slots, otherwise 4. Out
   /// of memory, the target stays as it was.
   KwStringArr& operator=(const KwStringArr& other);
+  /// Takes the content over; `other` is left as newly constructed.
   KwStringArr& operator=(KwStringArr&& other) noexcept;
 
   /// Reads the next list: deletes what is there, then fills slots from 0 on. Lists carry delete
@@ -37,11 +40,15 @@ class ZEL_API KwStringArr {
   virtual void FmInputZelLstM(KwIOCL* io);
   /// Writes the table as the list `name`. @throws int 108 when it cannot be written.
   virtual void FmOutputZelLstM(KwIOCL* io, const char* name) const;
+  /// Releases the store.
   virtual ~KwStringArr();
 
   // --- counters, as IntArr ---
+  /// @return the slots allocated.
   [[nodiscard]] int GetLengthM() const;
+  /// @return one past the highest slot written.
   [[nodiscard]] int GetBoundM() const;
+  /// @return the slots counted as live.
   [[nodiscard]] int GetAvailableNumM() const;
 
   // --- writing ---

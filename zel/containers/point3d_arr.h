@@ -25,40 +25,57 @@ class PointIndex;
 /// it.
 class ZEL_API Point3DArr {
  public:
-  /// @name Life, as IntArr
-  /// @{
+  // --- life, as IntArr ---
+  /// An empty array of four slots, increment 10.
   Point3DArr();
+  /// An empty array with room for `length` slots; 4 or fewer give 4.
   explicit Point3DArr(int length);
+  /// A deep copy: every slot, the counters and the increment.
   Point3DArr(const Point3DArr& other);
+  /// Takes the content over in constant time; `other` is left as newly constructed.
   Point3DArr(Point3DArr&& other) noexcept;
+  /// Copies every slot, the counters and the increment. Out of memory, this array stays as it was.
   Point3DArr& operator=(const Point3DArr& other);
+  /// Takes the content over in constant time; `other` is left as newly constructed.
   Point3DArr& operator=(Point3DArr&& other) noexcept;
+  /// Releases the store.
   virtual ~Point3DArr();
-  /// @}
 
-  /// @name Capacity, as IntArr
-  /// @{
+  // --- capacity, as IntArr ---
+  /// Adds `count` slots at the end of the store; below 1 nothing happens. @return 1.
   int AddSizeM(int count);
+  /// Makes the store at least `length` slots long. @return 1.
   int InitialSizeM(int length);
   /// A second name of InitialSizeM(), spelt so.
   int IntialSizeM(int length);
+  /// As IntArr::SetIncrementM(). @return 1.
   int SetIncrementM(int increment);
+  /// @return the slots allocated.
   [[nodiscard]] int GetLengthM() const;
+  /// @return one past the highest slot written.
   [[nodiscard]] int GetBoundM() const;
+  /// @return the slots counted as live.
   [[nodiscard]] int GetAvailableNumM() const;
+  /// @return number of live slots after `index` and below the bound. Walks them.
   [[nodiscard]] int GetAvailableNumM(int index) const;
+  /// @return the first slot of the store, GetLengthM() slots long; valid until it grows.
   [[nodiscard]] float (*getCurrentItemPrtM())[3];
+  /// As getCurrentItemPrtM(), for reading.
   [[nodiscard]] const float (*getCurrentItemPrtConstM() const)[3];
-  /// @}
 
-  /// @name Writing, as IntArr
-  /// Except: the available count rises when the old x was below -5e17, and for InsertItemM() only
-  /// when the slot at the bound was so.
-  /// @{
+  // --- writing, as IntArr ---
+  /// Writes one slot, growing as IntArr::SetItemM(). The available count rises when the old x was
+  /// below -5e17.
+  /// @param item x, y, z.
+  /// @return 1.
   int SetItemM(const float* item, int index);
+  /// Writes a point at the bound. @param item x, y, z. @return its index.
   int AddItemM(const float* item);
+  /// Moves the slots from `position` (0 to the bound) up by one and writes the freed slot. The
+  /// available count rises only when x of the slot at the bound was below -5e17.
+  /// @param item x, y, z.
+  /// @return 1.
   int InsertItemM(const float* item, int position);
-  /// @}
   /// Adds a point unless one is stored below the bound that differs by less than 0.0001 in each
   /// coordinate, live or not; the first such slot wins. Fast on large arrays, unless the
   /// caller got a pointer to the store (getCurrentItemPrtM(), or GetItemPM() of many slots) since
@@ -72,14 +89,15 @@ class ZEL_API Point3DArr {
   /// Overwrites z of a slot in 0 to bound - 1; the available count stays.
   void SetItemZValueM(int index, float z);
 
-  /// @name Reading, as IntArr
-  /// Except: reading out of range leaves z alone, and GetItemPM() also gives the slots between
-  /// the bound and the length.
-  /// @{
+  // --- reading, as IntArr ---
+  /// Reads a slot, live or not.
+  /// @param[out] item x, y, z; x and y the mark when `index` is not in 0 to bound - 1.
+  /// @return 1 in both cases.
   int GetItemM(float* item, int index) const;
+  /// @return the slot, live or not; null when `index` is not in 0 to length - 1.
   [[nodiscard]] float* GetItemPM(int index);
+  /// As GetItemPM(), for reading.
   [[nodiscard]] const float* GetItemPM(int index) const;
-  /// @}
   /// @return 31 when x of the point is greater than -9.999e17, otherwise, and for an index outside
   ///         the store, 30.
   [[nodiscard]] int IsPntAvailableM(int index) const;
@@ -87,11 +105,13 @@ class ZEL_API Point3DArr {
   /// @return 1, also for a count below 1.
   int GetVertexM(int count, const int* indices, float (*points)[3]) const;
 
-  /// @name Walking the live slots, as IntArr
-  /// @{
+  // --- walking the live slots, as IntArr ---
+  /// First live slot of all; as GetNextM() after -1.
   int GetFirstM(float* item, int* index) const;
+  /// First live slot above `after`.
+  /// @param[out] item x, y, z, all the mark when there is none; `index` is then -2147483647.
+  /// @return 1, or -1 when there is none.
   int GetNextM(float* item, int* index, int after) const;
-  /// @}
   /// Last available point below `before` (see IsPntAvailableM()).
   /// @param[out] item, index all -1e18 and -2147483647 when there is none.
   /// @return 1, or -1 when there is none.
@@ -99,12 +119,15 @@ class ZEL_API Point3DArr {
   /// GetPreviousM() from the bound. @return 1 (not the index, unlike IntArr), or -1.
   int GetLastM(float* item, int* index) const;
 
-  /// @name Deleting, as IntArr
-  /// @{
+  // --- deleting, as IntArr ---
+  /// Marks a live slot deleted and lowers the available count; the bound drops by one when it was
+  /// the last slot.
+  /// @return 1.
   int DelItemM(int index);
+  /// Deletes everything and returns to four slots inside the object. @return 1.
   int DelAllM();
+  /// Deletes everything and keeps the store. @return 1.
   int DelAllVirtualM();
-  /// @}
   /// Takes the bound down by two: deletes the last point, as DelItemM(), and puts the one before
   /// it beyond the bound, where it keeps its coordinates and stays counted. On a single point the
   /// bound becomes -1. @return the new bound.
@@ -161,11 +184,11 @@ class ZEL_API Point3DArr {
   /// Rewrites every available point in a local coordinate system, its axes taken as they are.
   void TransToLocalCoordSysM(const XYCoordSysD& system);
 
-  /// @name Files, as IntArr
-  /// @{
+  // --- files, as IntArr ---
+  /// Writes the array as the list `name`. @throws int 108 when it cannot be written.
   void FmOutputZelLstM(KwIOCL* io, const char* name) const;
+  /// Reads the next list on top of the present content. @throws int 107 when it cannot be read.
   void FmInputZelLstM(KwIOCL* io);
-  /// @}
   /// Writes the coordinates of the slots below the bound to a binary stream, nothing else.
   /// @return 1.
   int FmOutputLstM(FILE* file) const;

@@ -12,6 +12,7 @@
 #endif
 #define ZEL_API_INLINE
 #else
+/// Exported from the shared library.
 #define ZEL_API __attribute__((visibility("default")))
 #define ZEL_API_INLINE ZEL_API
 #endif

@@ -78,9 +78,9 @@ inline constexpr int kOutOfMemory = 40;
 
 // --- file errors, thrown as plain int ----------------------------------------------------------
 
-inline constexpr int kReadFailure = 107;
-inline constexpr int kWriteFailure = 108;
-inline constexpr int kOpenFailure = 109;
-inline constexpr int kVersionFailure = 111;
+inline constexpr int kReadFailure = 107;     ///< input that cannot be read or is no such value
+inline constexpr int kWriteFailure = 108;    ///< output that cannot be written
+inline constexpr int kOpenFailure = 109;     ///< a file that cannot be opened
+inline constexpr int kVersionFailure = 111;  ///< a file of another version than the one asked for
 
 }  // namespace zel

@@ -19,56 +19,56 @@
 #if !defined(_WIN32)
 /// A position in pixels, y growing downward.
 struct POINT {
-  std::int32_t x;
-  std::int32_t y;
+  std::int32_t x;  ///< from the left edge, in pixels
+  std::int32_t y;  ///< from the upper edge, in pixels
 };
 
 /// A rectangle in pixels; `right` and `bottom` lie just outside it.
 struct RECT {
-  std::int32_t left;
-  std::int32_t top;
-  std::int32_t right;
-  std::int32_t bottom;
+  std::int32_t left;    ///< first column inside
+  std::int32_t top;     ///< first row inside
+  std::int32_t right;   ///< first column beyond
+  std::int32_t bottom;  ///< first row beyond
 };
 
 #pragma pack(push, 2)
 /// The first 14 bytes of a BMP file.
 struct BITMAPFILEHEADER {
-  std::uint16_t bfType;  ///< 19778, the bytes "BM"
-  std::uint32_t bfSize;
-  std::uint16_t bfReserved1;
-  std::uint16_t bfReserved2;
-  std::uint32_t bfOffBits;  ///< offset of the pixels from the start of the file, in bytes
+  std::uint16_t bfType;       ///< 19778, the bytes "BM"
+  std::uint32_t bfSize;       ///< bytes of the whole file; the loader does not look at it
+  std::uint16_t bfReserved1;  ///< not used, 0
+  std::uint16_t bfReserved2;  ///< not used, 0
+  std::uint32_t bfOffBits;    ///< offset of the pixels from the start of the file, in bytes
 };
 #pragma pack(pop)
 
 /// Size and layout of a bitmap.
 struct BITMAPINFOHEADER {
-  std::uint32_t biSize;  ///< bytes of this record, 40
-  std::int32_t biWidth;
-  std::int32_t biHeight;  ///< positive: the bottom row is stored first
-  std::uint16_t biPlanes;
-  std::uint16_t biBitCount;     ///< bits per pixel
-  std::uint32_t biCompression;  ///< 0: none
-  std::uint32_t biSizeImage;    ///< bytes of the pixels; may be 0 when uncompressed
-  std::int32_t biXPelsPerMeter;
-  std::int32_t biYPelsPerMeter;
-  std::uint32_t biClrUsed;
-  std::uint32_t biClrImportant;
+  std::uint32_t biSize;          ///< bytes of this record, 40
+  std::int32_t biWidth;          ///< pixels in a row
+  std::int32_t biHeight;         ///< positive: the bottom row is stored first
+  std::uint16_t biPlanes;        ///< colour planes, 1
+  std::uint16_t biBitCount;      ///< bits per pixel
+  std::uint32_t biCompression;   ///< 0: none
+  std::uint32_t biSizeImage;     ///< bytes of the pixels; may be 0 when uncompressed
+  std::int32_t biXPelsPerMeter;  ///< pixels in a metre along a row; not used here
+  std::int32_t biYPelsPerMeter;  ///< pixels in a metre along a column; not used here
+  std::uint32_t biClrUsed;       ///< entries of the colour table, 0 for all; not used here
+  std::uint32_t biClrImportant;  ///< entries that matter, 0 for all; not used here
 };
 
 /// One entry of a bitmap's colour table.
 struct RGBQUAD {
-  std::uint8_t rgbBlue;
-  std::uint8_t rgbGreen;
-  std::uint8_t rgbRed;
-  std::uint8_t rgbReserved;
+  std::uint8_t rgbBlue;      ///< 0 to 255
+  std::uint8_t rgbGreen;     ///< 0 to 255
+  std::uint8_t rgbRed;       ///< 0 to 255
+  std::uint8_t rgbReserved;  ///< not used, 0
 };
 
 /// A bitmap's header with the colour table behind it; the table runs on past this record.
 struct BITMAPINFO {
-  BITMAPINFOHEADER bmiHeader;
-  RGBQUAD bmiColors[1];
+  BITMAPINFOHEADER bmiHeader;  ///< size and layout
+  RGBQUAD bmiColors[1];        ///< the first entry of the colour table; the others follow in memory
 };
 #endif
 
@@ -76,7 +76,9 @@ struct BITMAPINFO {
 class CPoint : public POINT {
  public:
   CPoint() : POINT{0, 0} {}
+  /// The position at column `xPixel`, row `yPixel`.
   CPoint(int xPixel, int yPixel) : POINT{xPixel, yPixel} {}
+  /// The same position; an implicit conversion.
   CPoint(const POINT& point) : POINT(point) {}  // NOLINT(google-explicit-constructor)
 };
 
@@ -110,5 +112,5 @@ class ZEL_API CDataExchange {
   /// returns, the helper leaves the variable as it was.
   virtual void Fail() = 0;
 
-  bool m_bSaveAndValidate;
+  bool m_bSaveAndValidate;  ///< true: from the fields to the variables; false: the other way
 };

@@ -27,7 +27,9 @@ class ZEL_API KwBaseCL {
   KwBaseCL() : deleteTag_(zel::kTagNotAvailable) {}
   /// @param tag the delete tag, any value.
   explicit KwBaseCL(char tag) : deleteTag_(static_cast<signed char>(tag)) {}
+  /// Copies the delete tag.
   KwBaseCL(const KwBaseCL& other) = default;
+  /// Copies the delete tag.
   KwBaseCL& operator=(const KwBaseCL& other) = default;
 
   /// Reads the delete tag from a stream. @throws int 107 when it cannot be read.

@@ -36,13 +36,16 @@ class ZEL_API Error : public std::exception {
   /// it. Where memory for the texts is refused, the error becomes outOfMemory().
   Error(ErrorCode code, const std::string& what, const std::string& why,
         const std::string& file = {}, FilePlace place = {}) noexcept;
+  /// Shares the texts with `other`; takes constant time and no memory.
   Error(const Error& other) noexcept = default;
+  /// Shares the texts with `other`; takes constant time and no memory.
   Error& operator=(const Error& other) noexcept = default;
   ~Error() override;
 
   /// The error of an exhausted heap (kExhausted). Needs no memory.
   [[nodiscard]] static Error outOfMemory() noexcept;
 
+  /// What kind of failure it is.
   [[nodiscard]] ErrorCode code() const noexcept { return code_; }
   /// "FILE: WHAT: WHY", on one line: with the place behind the file where it is known ("a.obj:12"),
   /// without the parts that are empty; control characters are shown as '?'.

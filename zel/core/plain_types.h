@@ -22,6 +22,7 @@ using Double3 = std::array<double, 3>;
 template <class Number, std::size_t kColumns>
 class StridedRows {
  public:
+  /// One row, viewed in place.
   using Row = std::span<const Number, kColumns>;
 
   StridedRows() = default;

@@ -22,8 +22,8 @@ struct UtcTime {
 
 /// A position on the screen in pixels, y growing downward.
 struct ScreenPosition {
-  std::int32_t x;
-  std::int32_t y;
+  std::int32_t x;  ///< from the left edge of the screen
+  std::int32_t y;  ///< from its upper edge
 };
 
 /// How Platform::playSound() plays.

@@ -33,17 +33,17 @@ inline constexpr int kCurveBackward = 144;  ///< travel from endPnt to startPnt
 
 /// One element of a planar curve. A plain record: copying it copies everything.
 struct TouchCurD {
-  int type;         ///< what the element is, see zel::kCurveLine and those that follow
-  int direction;    ///< sense of travel of an arc; lines always run from startPnt to endPnt
-  float centre[3];  ///< centre of an arc
-  float startPnt[3];
-  float endPnt[3];
-  float auxPnt1[3];  ///< the application's
-  float auxPnt2[3];  ///< the application's
-  float radius1;     ///< radius of an arc
-  float radius2;     ///< climb of a helical arc per turn of 6.283185
-  float startAng;    ///< angle of startPnt about the centre
-  float endAng;      ///< angle of endPnt about the centre
+  int type;           ///< what the element is, see zel::kCurveLine and those that follow
+  int direction;      ///< sense of travel of an arc; lines always run from startPnt to endPnt
+  float centre[3];    ///< centre of an arc
+  float startPnt[3];  ///< one end
+  float endPnt[3];    ///< the other end
+  float auxPnt1[3];   ///< the application's
+  float auxPnt2[3];   ///< the application's
+  float radius1;      ///< radius of an arc
+  float radius2;      ///< climb of a helical arc per turn of 6.283185
+  float startAng;     ///< angle of startPnt about the centre
+  float endAng;       ///< angle of endPnt about the centre
 };
 
 // --- filling ----------------------------------------------------------------------------------

@@ -12,10 +12,10 @@ struct PlaneD {
 /// A right-handed local coordinate system (zAxis = xAxis x yAxis) placed in the world.
 /// `slGenMatrixToWorld` and `slGenMatrixToLocal` convert between the two.
 struct XYCoordSysD {
-  float origin[3];
-  float xAxis[3];  ///< unit
-  float yAxis[3];  ///< unit
-  float zAxis[3];  ///< unit
+  float origin[3];  ///< where the system stands in the world
+  float xAxis[3];   ///< unit
+  float yAxis[3];   ///< unit
+  float zAxis[3];   ///< unit
 };
 
 /// A rectangle in space by its four corners, in order around it.
@@ -25,16 +25,16 @@ struct XYCoordSysD {
 /// therefore holds the largest x and y.
 struct RectangleD {
   float corner0[3];  ///< the reference corner
-  float corner1[3];
-  float corner2[3];
-  float corner3[3];
+  float corner1[3];  ///< the end of the x side that starts at corner0
+  float corner2[3];  ///< opposite corner0
+  float corner3[3];  ///< the end of the y side that starts at corner0
 };
 
 /// Input of `slJudgeBallAndPrism`: a ball, and a prism bounded along one axis and by two sloped
 /// side limits. Axes are unit vectors, angles radians.
 struct BallAndPrismD {
-  float ballCentre[3];
-  float ballRadius;
+  float ballCentre[3];   ///< in the frame of the world
+  float ballRadius;      ///< 0 or more; a length
   float prismOrigin[3];  ///< origin of the frame that the three axes span
   float sideAngle1;      ///< inclination of the limit across sideAxis1
   float sideAngle2;      ///< inclination of the limit across sideAxis2

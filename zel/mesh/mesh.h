@@ -50,9 +50,9 @@ struct MeshArrays {
 /// nodes by their slot, and deleted slots stay where they are without being part of the mesh until
 /// compact() squeezes them out. A `const Mesh` may be read from several threads at once.
 struct Mesh {
-  NodeArr nodes;
-  TriangleArr triangles;
-  QuadArr quads;
+  NodeArr nodes;          ///< the points, with their normals
+  TriangleArr triangles;  ///< faces of three corners
+  QuadArr quads;          ///< faces of four corners
   /// Entry 3 * t + k belongs to corner k of triangle slot t; a hole where a corner has none.
   Point2DArr triangleTexture;
   /// Entry 4 * q + k belongs to corner k of quad slot q; a hole where a corner has none.
@@ -109,6 +109,7 @@ struct Mesh {
 [[nodiscard]] inline std::array<int, 3> cornersOf(const TriangleCL& triangle) {
   return std::to_array(triangle.record().corners);
 }
+/// @return the nodes of a quad, in winding order.
 [[nodiscard]] inline std::array<int, 4> cornersOf(const QuadCL& quad) {
   return std::to_array(quad.record().corners);
 }

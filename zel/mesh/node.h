@@ -27,10 +27,13 @@ class NodeIndex;
 /// One mesh node. Points and normals are `float[3]`; a fresh node has both zero and tag 30.
 class ZEL_API NodeCL : public KwBaseCL {
  public:
+  /// Tag 30, everything zero.
   NodeCL() = default;
   /// @param tag the delete tag, any value.
   explicit NodeCL(char tag) : KwBaseCL(tag) {}
+  /// A copy in every field, the tag included.
   NodeCL(const NodeCL& other) = default;
+  /// Copies every field, the tag included.
   NodeCL& operator=(const NodeCL& other) = default;
   ~NodeCL() override = default;
 
@@ -44,11 +47,17 @@ class ZEL_API NodeCL : public KwBaseCL {
   /// KwBaseCL writes the tag alone. @return 1.
   int FmWriteZelFileM(FILE* file, zel::NotOverriding = {}) const;
 
+  /// @param[out] point x, y, z.
   void GetPntM(float* point) const;
+  /// @param[out] normal x, y, z; zero until set.
   void GetNormalM(float* normal) const;
+  /// @param[out] point, normal three floats each.
   void GetNodeM(float* point, float* normal) const;
+  /// Sets the point; tag and normal stay.
   void SetPntM(const float* point);
+  /// Sets the normal as it is given, of unit length or not.
   void SetNormM(const float* normal);
+  /// Sets point and normal; the tag stays.
   void SetNodeM(const float* point, const float* normal);
   /// @return 1 when the two positions are equal as slIsEqualPoint3D() has it, else 0. Normals and
   ///         tags play no part.
@@ -62,9 +71,11 @@ class ZEL_API NodeCL : public KwBaseCL {
 
   /// The point in place, `float[3]`.
   [[nodiscard]] const float* point() const { return point_; }
+  /// As point(), for writing.
   [[nodiscard]] float* point() { return point_; }
   /// The normal in place, `float[3]`.
   [[nodiscard]] const float* normal() const { return normal_; }
+  /// As normal(), for writing.
   [[nodiscard]] float* normal() { return normal_; }
 
  private:
@@ -94,25 +105,33 @@ class ZEL_API NodeCL : public KwBaseCL {
 /// it.
 class ZEL_API NodeArr {
  public:
+  /// An empty list of four slots, increment 10.
   NodeArr();
   /// @param length slots to allocate; 4 or fewer use no heap.
   explicit NodeArr(int length);
+  /// A deep copy: every slot, the counters and the increment.
   NodeArr(const NodeArr& other);
   /// Takes the content over; `other` is left as newly constructed.
   NodeArr(NodeArr&& other) noexcept;
+  /// Copies every slot, the counters and the increment. Out of memory, this list stays as it was.
   NodeArr& operator=(const NodeArr& other);
+  /// Takes the content over; `other` is left as newly constructed.
   NodeArr& operator=(NodeArr&& other) noexcept;
 
   /// Reads the next tagged list. Live nodes are first marked deleted. @throws int 107.
   virtual void FmInputZelLstM(KwIOCL* io);
   /// Writes the tagged list `name`, every slot below the bound. @throws int 108.
   virtual void FmOutputZelLstM(KwIOCL* io, const char* name) const;
+  /// Releases the store.
   virtual ~NodeArr();
 
   // --- the slot array family ---------------------------------------------------------------
 
+  /// @return the slots allocated.
   [[nodiscard]] int GetLengthM() const;
+  /// @return one past the highest slot written.
   [[nodiscard]] int GetBoundM() const;
+  /// @return the slots counted as live.
   [[nodiscard]] int GetAvailableNumM() const;
   /// @return the number of live slots after `index`.
   [[nodiscard]] int GetAvailableNumM(int index) const;
@@ -141,11 +160,15 @@ class ZEL_API NodeArr {
   int GetItemM(NodeCL* node, int index) const;
   /// @return the slot, or null for an index outside 0 to bound - 1.
   [[nodiscard]] NodeCL* GetItemPM(int index);
+  /// As GetItemPM(), for reading; such a pointer costs later searches nothing.
   [[nodiscard]] const NodeCL* GetItemPM(int index) const;
   /// @return the slot; for an index outside 0 to length - 1 a scratch node of the calling thread.
   [[nodiscard]] NodeCL& ElementAtM(int index);
+  /// As ElementAtM(), for reading; such a reference costs later searches nothing.
   [[nodiscard]] const NodeCL& ElementAtM(int index) const;
+  /// As ElementAtM().
   [[nodiscard]] NodeCL& operator[](int index);
+  /// As ElementAtM(), for reading.
   [[nodiscard]] const NodeCL& operator[](int index) const;
   /// First live slot. @return 1, or -1 with a fresh node and index -2147483647.
   int GetFirstM(NodeCL* node, int* index) const;
@@ -155,6 +178,7 @@ class ZEL_API NodeArr {
   int GetLastM(NodeCL* node, int* index) const;
   /// The store itself, valid until the next growth.
   [[nodiscard]] NodeCL* getCurrentItemPrtM();
+  /// As getCurrentItemPrtM(), for reading.
   [[nodiscard]] const NodeCL* getCurrentItemPrtConstM() const;
 
   // --- reading ---------------------------------------------------------------------------------
@@ -162,10 +186,13 @@ class ZEL_API NodeArr {
   // refer to them. Points and normals of an index outside 0 to length - 1 read as zero; writes
   // there are ignored.
 
+  /// @param[out] point x, y, z of the node at `index`.
   void GetPntM(int index, float* point) const;
+  /// @param[out] normal x, y, z of the node at `index`.
   void GetNormalM(int index, float* normal) const;
   /// As GetPntM(), but zero from the bound on.
   void GetOnePntM(int index, float* point) const;
+  /// Sets the normal of the node at `index`.
   void SetNodeNormM(int index, const float* normal);
   /// Copies the point of every slot below the bound, deleted ones too, to the same index of `out`.
   void GetPntLstM(Point3DArr* out) const;

@@ -24,10 +24,13 @@ class FaceIndex;
 /// One four-cornered face; corners in cyclic order. Fresh state as TriangleCL, with four indices.
 class ZEL_API QuadCL : public KwBaseCL {
  public:
+  /// Tag 30, no corners, no normal.
   QuadCL() = default;
   /// @param tag the delete tag, any value.
   explicit QuadCL(char tag) : KwBaseCL(tag) {}
+  /// A copy in every field, the tag included.
   QuadCL(const QuadCL& other) = default;
+  /// Copies every field, the tag included.
   QuadCL& operator=(const QuadCL& other) = default;
   ~QuadCL() override = default;
 
@@ -43,7 +46,9 @@ class ZEL_API QuadCL : public KwBaseCL {
   /// Writes the plain record. @return 1.
   int ExportQuadDBFileM(FILE* file) const;
 
+  /// @param[out] out the node indices in winding order.
   void GetQuadM(int* out) const;
+  /// Sets the node indices, in winding order; tag and normal stay.
   void SetQuadM(const int* indices);
   /// @return 1.
   int SetQuadM(int a, int b, int c, int d);
@@ -56,7 +61,9 @@ class ZEL_API QuadCL : public KwBaseCL {
   int GetNormM(float* out) const;
   /// @param[out] out 0 no normal given, 1 set explicitly. @return 1.
   int GetNormTypeM(char* out) const;
+  /// Sets the normal type alone. @param type 0 no normal given, 1 set explicitly.
   void SetNormTypeM(char type);
+  /// Negates the normal; the winding stays.
   void NegativeNormalVectM();
   /// Turns the normal by a `float[16]` column-major matrix; the indices stay.
   void TransByMatrixM(const float* matrix);
@@ -69,6 +76,8 @@ class ZEL_API QuadCL : public KwBaseCL {
 
   /// Normal and corners in place.
   [[nodiscard]] const zel::FaceRecord<4>& record() const { return record_; }
+  /// As record(), for writing. To be used on a face of a list only through a reference the list
+  /// gave.
   [[nodiscard]] zel::FaceRecord<4>& record() { return record_; }
 
  private:
@@ -83,48 +92,80 @@ class ZEL_API QuadCL : public KwBaseCL {
 /// it.
 class ZEL_API QuadArr {
  public:
+  /// An empty list of four slots, increment 10.
   QuadArr();
   /// @param length slots to allocate; 4 or fewer use no heap.
   explicit QuadArr(int length);
+  /// A deep copy: every slot, the counters and the increment.
   QuadArr(const QuadArr& other);
   /// Takes the content over; `other` is left as newly constructed.
   QuadArr(QuadArr&& other) noexcept;
+  /// Copies every slot, the counters and the increment. Out of memory, this list stays as it was.
   QuadArr& operator=(const QuadArr& other);
+  /// Takes the content over; `other` is left as newly constructed.
   QuadArr& operator=(QuadArr&& other) noexcept;
 
   /// Reads the next tagged list; live quads are first marked deleted. @throws int 107.
   virtual void FmInputZelLstM(KwIOCL* io);
   /// Writes the tagged list `name`, every slot below the bound. @throws int 108.
   virtual void FmOutputZelLstM(KwIOCL* io, const char* name) const;
+  /// Releases the store.
   virtual ~QuadArr();
 
   // --- the slot array family, as NodeArr ---------------------------------------------------
 
+  /// @return the slots allocated.
   [[nodiscard]] int GetLengthM() const;
+  /// @return one past the highest slot written.
   [[nodiscard]] int GetBoundM() const;
+  /// @return the slots counted as live.
   [[nodiscard]] int GetAvailableNumM() const;
+  /// @return the number of live slots after `index`. Walks them.
   [[nodiscard]] int GetAvailableNumM(int index) const;
+  /// Adds `count` fresh slots; ignored below 1. @return 1.
   int AddSizeM(int count);
+  /// Makes the list at least `length` slots long. @return 1.
   int InitialSizeM(int length);
+  /// As NodeArr::SetIncrementM(). @return 1.
   int SetIncrementM(int increment);
+  /// Writes a slot, growing as NodeArr::SetItemM(). @return 1.
   int SetItemM(const QuadCL& quad, int index);
+  /// Writes the slot at the bound. @return its index.
   int AddItemM(const QuadCL& quad);
+  /// Moves the slots from `position` up by one and writes there; bound and available count rise by
+  /// one.
+  /// @return 1.
   int InsertItemM(const QuadCL& quad, int position);
+  /// Marks a live slot deleted (32); when it is the last, live or not, lowers the bound by one.
+  /// @return 1.
   int DelItemM(int index);
+  /// Back to four fresh slots; the increment stays. @return 1.
   int DelAllM();
+  /// Marks every live slot below the bound deleted, keeps the store. @return 1.
   int DelAllVirtualM();
+  /// Copies a slot, live or not; a fresh quad for an index outside 0 to bound - 1. @return 1.
   int GetItemM(QuadCL* quad, int index) const;
+  /// @return the slot, or null for an index outside 0 to bound - 1.
   [[nodiscard]] QuadCL* GetItemPM(int index);
+  /// As GetItemPM(), for reading; such a pointer costs later searches nothing.
   [[nodiscard]] const QuadCL* GetItemPM(int index) const;
+  /// @return the slot; for an index outside 0 to length - 1 a scratch quad of the calling thread.
   [[nodiscard]] QuadCL& ElementAtM(int index);
+  /// As ElementAtM(), for reading; such a reference costs later searches nothing.
   [[nodiscard]] const QuadCL& ElementAtM(int index) const;
+  /// As ElementAtM().
   [[nodiscard]] QuadCL& operator[](int index);
+  /// As ElementAtM(), for reading.
   [[nodiscard]] const QuadCL& operator[](int index) const;
+  /// First live slot. @return 1, or -1 with a fresh quad and index -2147483647.
   int GetFirstM(QuadCL* quad, int* index) const;
+  /// First live slot after `after`. @return as GetFirstM().
   int GetNextM(QuadCL* quad, int* index, int after) const;
   /// @return the index (not 1), or -1.
   int GetLastM(QuadCL* quad, int* index) const;
+  /// @return the store, GetLengthM() slots long; valid until the next growth.
   [[nodiscard]] QuadCL* getCurrentItemPrtM();
+  /// As getCurrentItemPrtM(), for reading.
   [[nodiscard]] const QuadCL* getCurrentItemPrtConstM() const;
 
   // --- faces -----------------------------------------------------------------------------------

@@ -33,10 +33,13 @@ class FaceIndex;
 /// ("no node").
 class ZEL_API TriangleCL : public KwBaseCL {
  public:
+  /// Tag 30, no corners, no normal.
   TriangleCL() = default;
   /// @param tag the delete tag, any value.
   explicit TriangleCL(char tag) : KwBaseCL(tag) {}
+  /// A copy in every field, the tag included.
   TriangleCL(const TriangleCL& other) = default;
+  /// Copies every field, the tag included.
   TriangleCL& operator=(const TriangleCL& other) = default;
   ~TriangleCL() override = default;
 
@@ -53,8 +56,11 @@ class ZEL_API TriangleCL : public KwBaseCL {
   /// Writes the plain record; the matrix (`float[16]`) does not change it. @return 1.
   int ExportTriangleDBFIleM(FILE* file, const float* matrix) const;
 
+  /// @param[out] out the node indices in winding order.
   void GetTriangleM(int* out) const;
+  /// Sets the node indices, in winding order; tag and normal stay.
   void SetTriangleM(const int* indices);
+  /// As SetTriangleM(const int*).
   void SetTriangleM(int a, int b, int c);
   /// Sets indices and normal, normal type 1; the tag stays.
   void SetValueM(int a, int b, int c, const float* normal);
@@ -66,6 +72,7 @@ class ZEL_API TriangleCL : public KwBaseCL {
   int GetNormM(float* out) const;
   /// @param[out] out 0 no normal given, 1 set explicitly. @return 1.
   int GetNormTypeM(char* out) const;
+  /// Negates the normal; the winding stays.
   void NegativeNormalVectM();
   /// Turns the normal by a `float[16]` column-major matrix; the indices stay.
   void TransByMatrixM(const float* matrix);
@@ -98,6 +105,8 @@ class ZEL_API TriangleCL : public KwBaseCL {
 
   /// Normal and corners in place.
   [[nodiscard]] const zel::FaceRecord<3>& record() const { return record_; }
+  /// As record(), for writing. To be used on a face of a list only through a reference the list
+  /// gave.
   [[nodiscard]] zel::FaceRecord<3>& record() { return record_; }
 
  private:
@@ -117,48 +126,81 @@ class ZEL_API TriangleCL : public KwBaseCL {
 /// it.
 class ZEL_API TriangleArr {
  public:
+  /// An empty list of four slots, increment 10.
   TriangleArr();
   /// @param length slots to allocate; 4 or fewer use no heap.
   explicit TriangleArr(int length);
+  /// A deep copy: every slot, the counters and the increment.
   TriangleArr(const TriangleArr& other);
   /// Takes the content over; `other` is left as newly constructed.
   TriangleArr(TriangleArr&& other) noexcept;
+  /// Copies every slot, the counters and the increment. Out of memory, this list stays as it was.
   TriangleArr& operator=(const TriangleArr& other);
+  /// Takes the content over; `other` is left as newly constructed.
   TriangleArr& operator=(TriangleArr&& other) noexcept;
 
   /// Reads the next tagged list; live faces are first marked deleted. @throws int 107.
   virtual void FmInputZelLstM(KwIOCL* io);
   /// Writes the tagged list `name`, every slot below the bound. @throws int 108.
   virtual void FmOutputZelLstM(KwIOCL* io, const char* name) const;
+  /// Releases the store.
   virtual ~TriangleArr();
 
   // --- the slot array family, as NodeArr ---------------------------------------------------
 
+  /// @return the slots allocated.
   [[nodiscard]] int GetLengthM() const;
+  /// @return one past the highest slot written.
   [[nodiscard]] int GetBoundM() const;
+  /// @return the slots counted as live.
   [[nodiscard]] int GetAvailableNumM() const;
+  /// @return the number of live slots after `index`. Walks them.
   [[nodiscard]] int GetAvailableNumM(int index) const;
+  /// Adds `count` fresh slots; ignored below 1. @return 1.
   int AddSizeM(int count);
+  /// Makes the list at least `length` slots long. @return 1.
   int InitialSizeM(int length);
+  /// As NodeArr::SetIncrementM(). @return 1.
   int SetIncrementM(int increment);
+  /// Writes a slot, growing as NodeArr::SetItemM(). @return 1.
   int SetItemM(const TriangleCL& triangle, int index);
+  /// Writes the slot at the bound. @return its index.
   int AddItemM(const TriangleCL& triangle);
+  /// Moves the slots from `position` up by one and writes there; bound and available count rise by
+  /// one.
+  /// @return 1.
   int InsertItemM(const TriangleCL& triangle, int position);
+  /// Marks a live slot deleted (32); when it is the last, live or not, lowers the bound by one.
+  /// @return 1.
   int DelItemM(int index);
+  /// Back to four fresh slots; the increment stays. @return 1.
   int DelAllM();
+  /// Marks every live slot below the bound deleted, keeps the store. @return 1.
   int DelAllVirtualM();
+  /// Copies a slot, live or not; a fresh triangle for an index outside 0 to bound - 1. @return 1.
   int GetItemM(TriangleCL* triangle, int index) const;
+  /// @return the slot, or null for an index outside 0 to bound - 1.
   [[nodiscard]] TriangleCL* GetItemPM(int index);
+  /// As GetItemPM(), for reading; such a pointer costs later searches nothing.
   [[nodiscard]] const TriangleCL* GetItemPM(int index) const;
+  /// @return the slot; for an index outside 0 to length - 1 a scratch triangle of the calling
+  /// thread.
   [[nodiscard]] TriangleCL& ElementAtM(int index);
+  /// As ElementAtM(), for reading; such a reference costs later searches nothing.
   [[nodiscard]] const TriangleCL& ElementAtM(int index) const;
+  /// As ElementAtM().
   [[nodiscard]] TriangleCL& operator[](int index);
+  /// As ElementAtM(), for reading.
   [[nodiscard]] const TriangleCL& operator[](int index) const;
+  /// First live slot. @return 1, or -1 with a fresh triangle and index -2147483647.
   int GetFirstM(TriangleCL* triangle, int* index) const;
+  /// First live slot after `after`. @return as GetFirstM().
   int GetNextM(TriangleCL* triangle, int* index, int after) const;
   /// @return the index (not 1), or -1.
   int GetLastM(TriangleCL* triangle, int* index) const;
+  /// @return the store, GetLengthM() slots long; valid until the next growth.
   [[nodiscard]] TriangleCL* getCurrentItemPrtM();
+  /// As getCurrentItemPrtM(), for reading.
   [[nodiscard]] const TriangleCL* getCurrentItemPrtConstM() const;
 
   // --- searching -------------------------------------------------------------------------------

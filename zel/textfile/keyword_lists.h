@@ -15,6 +15,7 @@ class Point2DArr;
 /// Writes the array as the list `name`, every slot below the bound. @return 1, whatever was
 /// written.
 ZEL_API int slFprintfIntArr(FILE* file, const IntArr& array, const char* name);
+/// As slFprintfIntArr(), for pairs.
 ZEL_API int slFprintfInt2dArr(FILE* file, const Int2DArr& array, const char* name);
 /// Coordinates are written with six decimals and therefore rounded.
 ZEL_API int slFprintfPoint2DArr(FILE* file, const Point2DArr& array, const char* name);

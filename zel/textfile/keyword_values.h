@@ -19,7 +19,9 @@
 
 /// Scans an integer ("%d") and stores its low 8 bits; nothing is stored on failure.
 ZEL_API int slFscanfC(FILE* file, const char* format, char* value);
+/// Scans an integer; nothing is stored on failure.
 ZEL_API int slFscanfD(FILE* file, const char* format, int* value);
+/// Scans a number in single precision; nothing is stored on failure.
 ZEL_API int slFscanfR(FILE* file, const char* format, float* value);
 /// The caller answers for a buffer that holds the word, or for a width in the format.
 ZEL_API int slFscanfS(FILE* file, const char* format, char* text);
@@ -36,13 +38,21 @@ ZEL_API int slFscanfTexPixel4D(FILE* file, const char* format, unsigned char* va
 
 /// Prints a char as an integer ("%d" shows its signed value).
 ZEL_API int slFprintfC(FILE* file, const char* format, char value);
+/// Prints an integer.
 ZEL_API int slFprintfD(FILE* file, const char* format, int value);
+/// Prints a number, which reaches the format as a double.
 ZEL_API int slFprintfR(FILE* file, const char* format, float value);
+/// Prints a text, zero-terminated.
 ZEL_API int slFprintfS(FILE* file, const char* format, const char* text);
+/// Prints two integers.
 ZEL_API int slFprintfInt2D(FILE* file, const char* format, const int* values);
+/// Prints two numbers.
 ZEL_API int slFprintfPoint2D(FILE* file, const char* format, const float* values);
+/// Prints three numbers.
 ZEL_API int slFprintfPoint3D(FILE* file, const char* format, const float* values);
+/// Prints four numbers.
 ZEL_API int slFprintfPoint4D(FILE* file, const char* format, const float* values);
+/// Prints four numbers.
 ZEL_API int slFprintfPixel4D(FILE* file, const char* format, const float* values);
 /// Prints four bytes as unsigned integers.
 ZEL_API int slFprintfTexPixel4D(FILE* file, const char* format, const unsigned char* values);

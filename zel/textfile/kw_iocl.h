@@ -35,6 +35,7 @@ class ZEL_API KwIOCL {
   /// No stream; default formats; separator ", "; lines end by themselves; version number
   /// -2147483647, which stands for "never set".
   KwIOCL();
+  /// Copies everything, sharing the stream of `other` without owning it.
   KwIOCL(const KwIOCL& other);
   /// Closes the stream in hand, then copies everything, sharing the other's stream.
   /// @throws int 108 as CloseM(), after that.
@@ -65,12 +66,17 @@ class ZEL_API KwIOCL {
 
   // --- names and versions; longer texts are cut to 259 and 99 characters ---
 
+  /// The name alone: no stream is opened or closed.
   void SetFileNameM(const char* fileName);
+  /// @return the name, zero-terminated; empty when there is none. Valid as long as the object.
   [[nodiscard]] const char* GetFileNameM() const;
   /// Writes the directory part of the file name (see slGetPathAndName()) to a buffer of 260.
   void GetFilePathM(char* path) const;
+  /// The text that tells the version of the file.
   void SetVersionStringM(const char* version);
+  /// @return that text, zero-terminated. Valid as long as the object.
   [[nodiscard]] const char* GetVersionStrM() const;
+  /// The number that tells the version of the file.
   void SetVersionNumM(int number);
   /// @return 1.
   int GetVersionNumM(int* number) const;
@@ -101,10 +107,12 @@ class ZEL_API KwIOCL {
   /// @param on 1: every value written ends its line and every value read skips the rest of its
   ///           line; any other number: neither.
   void SetAutoNewLineM(int on);
+  /// @return the number given to SetAutoNewLineM(); 1 on a new object.
   [[nodiscard]] int GetAutoNewLineM() const;
 
   // --- positioning; without a stream nothing happens ---
 
+  /// Back to the start of the file.
   void RewindM();
   /// @param origin 0 start, 1 present position, 2 end.
   void SeekM(long offset, int origin);
@@ -132,9 +140,11 @@ class ZEL_API KwIOCL {
   int OutputCM(const char* v1, const char* v2 = nullptr, const char* v3 = nullptr,
                const char* v4 = nullptr, const char* v5 = nullptr, const char* v6 = nullptr,
                const char* v7 = nullptr, const char* v8 = nullptr, const char* v9 = nullptr);
+  /// Integers.
   int OutputDM(const int* v1, const int* v2 = nullptr, const int* v3 = nullptr,
                const int* v4 = nullptr, const int* v5 = nullptr, const int* v6 = nullptr,
                const int* v7 = nullptr, const int* v8 = nullptr, const int* v9 = nullptr);
+  /// Numbers in single precision.
   int OutputRM(const float* v1, const float* v2 = nullptr, const float* v3 = nullptr,
                const float* v4 = nullptr, const float* v5 = nullptr, const float* v6 = nullptr,
                const float* v7 = nullptr, const float* v8 = nullptr, const float* v9 = nullptr);
@@ -172,6 +182,7 @@ class ZEL_API KwIOCL {
   int InputDM(int* value, std::nullptr_t);
   /// One int, scanned with the caller's scanf format, which must hold one conversion to `int`.
   int InputDM(int* value, const char* format);
+  /// Numbers in single precision.
   int InputRM(float* v1, float* v2 = nullptr, float* v3 = nullptr, float* v4 = nullptr,
               float* v5 = nullptr, float* v6 = nullptr, float* v7 = nullptr, float* v8 = nullptr,
               float* v9 = nullptr);
