@@ -91,6 +91,10 @@ TEST(SetArcPara, whatHasNoRadiusOrNoChordToSpeakOfIsAFullTurn) {
   }
   EXPECT_EQ(FilledArc(154, 143, {1, 2, 3}, {1, 2, 4}, {1, 2, 3}, 0).result, 1);
   EXPECT_EQ(sweep({0, 1, 0}, {0, 1.5F, 0}, 1), kTwoPi) << "a chord along the radius";
+  EXPECT_EQ(sweep({6e-5F, 3e-4F, 0}, {6e-5F, 9e-4F, 0}, zel::kTolerance), kTwoPi);
+  EXPECT_EQ(sweep({0.6F, 3, 0}, {0.6F, 9, 0}, 1), 0.0F) << "one angle, ends far apart";
+  EXPECT_EQ(FilledArc(156, 143, {3, 0, 0.6F}, {9, 0, 0.6F}, {0, 0, 0}, 1).sweep(), kTwoPi)
+      << "the zx plane knows no arc without a sweep";
   const double tiny = 0.0008;  // 0.1 rad of it are closer than the tolerance
   EXPECT_NEAR(sweep(narrow(tiny * flatDirection(0.5)), narrow(tiny * flatDirection(0.6)), 0.0008F),
               kTurn + 0.1, 1e-3);

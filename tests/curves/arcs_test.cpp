@@ -89,6 +89,7 @@ TEST(ArcCentre, pointsTooFarApartOrCoincident) {
   EXPECT_EQ(chord.centre(0.9F), (Found{0}));
   EXPECT_EQ(chord.centre(1.0F), (Found{1, -7, 1, 0}));
   EXPECT_EQ(chord.centre(0.99995F).code, 1) << "within the tolerance";
+  EXPECT_EQ((Chord{143, 0, 0, 2 * zel::kTolerance, 0}.centre(0)), (Found{1, -7, 0, 0}));
   EXPECT_EQ(tiny.centre(-2.0F), (Found{1, -7, 3, 6}));
   EXPECT_EQ(none.centre(0.0F), (Found{1, -7, 5, 6}));
 }
@@ -125,6 +126,8 @@ TEST(ArcCentreAndRadiusPoint, smallAnglesAndShortChordsHaveTheirOwnAnswers) {
   }
   EXPECT_EQ(shortest.centreAndRadius(1.0F), (Found{0}));
   EXPECT_EQ((Chord{143, 1, 2, 1.00005F, 2}.radiusPoint(1.0F)), (Found{0}));
+  const Chord justEnough{143, 0, 0, 5.00000206e-5F, 8.66025293e-5F};
+  EXPECT_EQ(justEnough.radiusPoint(1.0F).length, zel::kTolerance);
   EXPECT_EQ((Chord{143, 1, 2, 4, 6}.radiusPoint(0.0002F)), (Found{1, 5, 1, 2}));
 }
 
@@ -175,6 +178,7 @@ TEST(ArcAngle, runsFromTheFirstAxisTowardTheSecondAndSnapsNearTheFirst) {
   EXPECT_EQ(bits(slGetArcAng2(0, 0, 1, -0.01F, 1)), bits(kTwoPi)) << "a full turn, not 0";
   EXPECT_EQ(bits(slGetArcAng2(0, 0, -1, 0.01F, 1)), bits(kPi));
   EXPECT_EQ(slGetArcAng2(0, 0, 5, 1, 1), 0.0F) << "beyond the circle";
+  EXPECT_EQ(slGetArcAng2(0, 0, 1, -1, 0), kTwoPi) << "below a circle without a radius";
   EXPECT_NEAR(slGetArcAng2(0, 0, 0.5F, 0.8660254F, -1), 4 * std::numbers::pi / 3, 1e-6)
       << "a negative radius turns both axes round";
 }
@@ -190,6 +194,7 @@ TEST(DirectionToZ, isMeasuredInThePlaneOfTheMode) {
     EXPECT_NEAR(slGetDirectAngleToZ(0, narrow(a), narrow(inYz)), angle, 1e-4);
   }
   const Float3 p{1, 2, 3};
+  EXPECT_EQ(slGetDirectAngleToZ(1, p, Float3{1, 2, 5}), 0.0F);
   EXPECT_FLOAT_EQ(slGetDirectAngleToZ(1, p, p), kHalfPi) << "no direction counts as +x";
 }
 

@@ -62,7 +62,7 @@ TEST(CutLine, endsOnTheLineComeBeforeACrossing) {
   expectCrossing(line({1, 2, 3}, {1.00005F, 4, 5}), 1, 0, {1, 2, 3});  // the start wins
   expectCrossing(line({0, 2, 3}, {1.00005F, 4, 5}), 1, 1, {1, 4, 5});  // x itself, not the end's
   // Between the ends there is no parameter, and y is the start's.
-  expectCrossing(line({0, 2, 3}, {2, 4, 7}), 0.5F, kUntouched, {0.5, 2, 4});
+  expectCrossing(line({-1, 2, 3}, {1, 4, 7}), -0.5F, kUntouched, {-0.5, 2, 4});
 }
 
 TEST(CutLine, crossingNeedsAProductBelowTheToleranceAndALine) {
@@ -158,6 +158,8 @@ TEST(CutArc, edgeOfTheCircleIsNotCrossedAndAnglesHaveTheToleranceToSpare) {
   const float angle = std::asin(0.5F);
   EXPECT_EQ(count(arc(0, 0, 2, angle + 0.00005F, 2), 1), 1);
   EXPECT_EQ(count(arc(0, 0, 2, angle + 0.0002F, 2), 1), 0);
+  EXPECT_EQ(count(arc(0, 0, 2, 0, angle - 0.00005F), 1), 1);
+  EXPECT_EQ(count(arc(0, 0, 2, 0, angle - 0.0002F), 1), 0);
 }
 
 /// What is kept of a line on the side of (x, z) that the sense names, in a record of -1s before.

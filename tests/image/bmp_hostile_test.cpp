@@ -248,10 +248,10 @@ TEST_F(BmpHostile, thousandsOfRandomMutations) {
   EXPECT_LT(accepted, 4500);
 }
 
-/// A file of a few bytes that declares a black picture of side x side pixels.
-std::string savedBlackPicture(const TempDir& dir, std::int32_t side) {
-  const BmpParts parts{.width = side,
-                       .height = side,
+/// A file of a few bytes that declares a black picture.
+std::string savedBlackPicture(const TempDir& dir, std::int32_t width, std::int32_t height) {
+  const BmpParts parts{.width = width,
+                       .height = height,
                        .bitCount = 8,
                        .pixels = "a",
                        .sizeImage = 1,
@@ -261,11 +261,25 @@ std::string savedBlackPicture(const TempDir& dir, std::int32_t side) {
   return path;
 }
 
+TEST(BmpLimits, blocksOfHalfAGigabyteAreGivenAndNotAByteMore) {
+  constexpr std::uint32_t kLimit = 512U << 20U;
+  const TempDir dir;
+  EXPECT_EQ(LoadedBmp(savedBlackPicture(dir, 10922, 16384), 1).result, 1);  // rows of 32768 bytes
+  EXPECT_EQ(LoadedPicture<4>(slLoadBmpPicture, savedBlackPicture(dir, 8192, 16384)).result, 1);
+  for (const std::uint32_t stored : {kLimit, kLimit + 1}) {
+    const std::string path = dir.file("stored.bmp");
+    const std::string file = BmpParts{.sizeImage = stored}.bytes();
+    writeFile(path, file);
+    std::filesystem::resize_file(path, file.size() + stored);
+    EXPECT_EQ(LoadedBmp(path, 0).result, stored == kLimit ? 1 : 0);
+  }
+}
+
 TEST(BmpLimits, largePicturesAreRefusedInSilenceBeforeMemoryIsTaken) {
   const TempDir dir;
   testing::internal::CaptureStdout();
   for (const std::int32_t side : {13400, 40000, 65535}) {  // 13400 x 13400 x 3 is over 512 MiB
-    const std::string path = savedBlackPicture(dir, side);
+    const std::string path = savedBlackPicture(dir, side, side);
     const LoadedBmp bmp(path, 1);
     EXPECT_EQ(bmp.result, 0) << side;
     EXPECT_EQ(bmp.info, nullptr);
@@ -280,7 +294,7 @@ TEST(BmpLimits, largePicturesAreRefusedInSilenceBeforeMemoryIsTaken) {
 // The sanitizer's own heap ends the program instead of answering null.
 TEST(BmpLimits, exhaustedHeapIsToldOnStandardOutput) {
   const TempDir dir;
-  const std::string path = savedBlackPicture(dir, 13000);
+  const std::string path = savedBlackPicture(dir, 13000, 13000);
   const auto loadWithLittleMemory = [&path] {
     const rlimit limit{400U << 20U, 400U << 20U};
     setrlimit(RLIMIT_AS, &limit);

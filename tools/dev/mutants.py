@@ -82,7 +82,7 @@ class Programs:
         self.out, self.jobs = out, jobs
         tests = TESTS_OF.get(folder, folder.removeprefix("zel/"))
         listing = (TREE / "tests" / tests / "CMakeLists.txt").read_text()
-        self.names = re.findall(r"zel_add_test\((\w+)", listing)
+        self.names = re.findall(r"zel_add_(?:fault_)?test\((\w+)", listing)
         self.folder = out / "tests" / tests
         self.seconds = {}
 
@@ -179,8 +179,13 @@ def without_refused(numbered, words):
     return left
 
 
-def judge(folder, programs, faults, tell):
-    """Plants these faults one after the other: (fault, noticed by or nothing) of those that compile."""
+def judge(folder, programs, faults):
+    """Plants these faults one after the other: (fault, who noticed) of those that compile."""
+    def answer(fault, number):
+        noticed = programs.notice(number)
+        print(f"{fault.path}:{fault.line}: {fault.kind} {noticed or 'SURVIVES'}", flush=True)
+        return fault, noticed
+
     numbered = dict(enumerate(faults, 1))
     while True:
         folder.write(numbered)
@@ -191,12 +196,12 @@ def judge(folder, programs, faults, tell):
     if not programs.seconds:
         programs.measure()
     for number, fault in numbered.items():
-        yield tell(fault, programs.notice(number))
+        yield answer(fault, number)
     for fault in faults:
         if fault not in numbered.values():
             folder.write(numbered, fault)
             if not programs.build():
-                yield tell(fault, programs.notice(0))
+                yield answer(fault, 0)
 
 
 def main():
@@ -207,7 +212,8 @@ def main():
     parser.add_argument("--seed", type=int, default=1, help="another number, other faults (1)")
     parser.add_argument("--jobs", type=int, default=2, help="of the compiler (2)")
     parser.add_argument("--survivors", action="store_true", help="only those of the last run")
-    parser.add_argument("--sanitize", action="store_true", help="build with the sanitizers")
+    parser.add_argument("--quick", action="store_true",
+                        help="leave out the second look with the sanitizers")
     options = parser.parse_args()
     name = options.folder.strip("/")
     name = name if "/" in name else f"zel/{name}"
@@ -217,7 +223,7 @@ def main():
     fcntl.flock(lock, fcntl.LOCK_EX)  # one run at a time has the copy
     copy_tree()
     folder = Folder(name, options.seed, options.files)
-    programs = Programs(name, configure(options.sanitize), options.jobs)
+    programs = Programs(name, configure(sanitized=False), options.jobs)
     equivalents = read_equivalents()
     keys = {fault.key for fault in folder.faults}
     for key in equivalents:
@@ -228,27 +234,24 @@ def main():
     if options.survivors:
         wanted = log.read_text()
         left = [fault for fault in left if "\n".join(fault.key) in wanted]
-    judged, alive = 0, []
-
-    def tell(fault, noticed):
-        print(f"{fault.path}:{fault.line}: {fault.kind} {noticed or 'SURVIVES'}", flush=True)
-        return fault, noticed
-
-    passed_over = 0
+    judged, alive, tried = 0, [], 0
     while left and judged < options.count:
         batch, left = left[:options.count - judged], left[options.count - judged:]
-        for fault, noticed in judge(folder, programs, batch, tell):
-            judged += 1
-            alive += [] if noticed else [fault]
-        passed_over += len(batch)
-    planted = set(f.key for f in folder.faults) - set(f.key for f in left)
+        answers = list(judge(folder, programs, batch))
+        judged += len(answers)
+        alive += [fault for fault, noticed in answers if not noticed]
+        tried += len(batch)
+    if alive and not options.quick:
+        sanitized = Programs(name, configure(sanitized=True), options.jobs)
+        alive = [fault for fault, noticed in judge(folder, sanitized, alive) if not noticed]
     folder.write({})
     log.write_text("\n\n".join("\n".join(fault.key) for fault in alive) + "\n")
     for fault in sorted(alive, key=lambda f: (f.path, f.begin)):
         print(f"\n{fault.path}:{fault.line}: {fault.kind}\n  {fault.before}\n  {fault.after}")
-    counted_out = sum(fault.key in equivalents for fault in folder.faults if fault.key in planted)
+    drawn = folder.faults[:folder.faults.index(left[0])] if left else folder.faults
+    counted_out = sum(fault.key in equivalents for fault in drawn)
     print(f"\n{name}: {judged} faults, {judged - len(alive)} noticed, {len(alive)} not "
-          f"({100 * (judged - len(alive)) // max(judged, 1)} %); {passed_over - judged} did not "
+          f"({100 * (judged - len(alive)) // max(judged, 1)} %); {tried - judged} did not "
           f"compile; {counted_out} named as equivalent")
     return 1 if 10 * len(alive) > judged else 0
 
