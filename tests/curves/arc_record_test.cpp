@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "geometry/random_geometry.h"
+#include "support/random_rounds.h"
 #include "zel/core/constants.h"
 #include "zel/curves/touch_cur.h"
 
@@ -52,14 +53,13 @@ double clearAngle(RandomGeometry& random) {
 }
 
 TEST(SetArcPara, anglesGrowFromTheStoredStartToTheStoredEnd) {
-  RandomGeometry random(66);
-  for (int round = 0; round < 6000; ++round) {
+  randomRounds<RandomGeometry>(66, 6000, [&](RandomGeometry& random, int round) {
     const double from = clearAngle(random), to = clearAngle(random);
     const bool forward = round % 2 == 0;
     const FilledArc arc = planeArc(154 + round % 3, forward ? 143 : 144, from, to);
     const double sweep = std::fmod((forward ? to - from : from - to) + kTurn, kTurn);
     if (sweep < 0.001 || sweep > kTurn - 0.001) {
-      continue;  // nearly the same point: see the case of its own
+      return;  // nearly the same point: see the case of its own
     }
     EXPECT_EQ(arc.result, 1);
     EXPECT_EQ(arc.record.radius1, 2.0F);
@@ -67,7 +67,7 @@ TEST(SetArcPara, anglesGrowFromTheStoredStartToTheStoredEnd) {
     EXPECT_NEAR(arc.sweep(), sweep, 2e-4) << from << " " << to;
     EXPECT_EQ(widen(arc.record.startPnt), widen(forward ? arc.p1 : arc.p2));
     EXPECT_EQ(widen(arc.record.endPnt), widen(forward ? arc.p2 : arc.p1));
-  }
+  });
 }
 
 TEST(SetArcPara, endsCloseTogetherAreAShortArcOrNearlyAFullTurn) {

@@ -10,6 +10,7 @@
 
 #include "geometry/random_geometry.h"
 #include "support/bits.h"
+#include "support/random_rounds.h"
 #include "zel/core/constants.h"
 #include "zel/curves/touch_cur.h"
 
@@ -69,8 +70,7 @@ Chord randomChord(RandomGeometry& random, int dir) {
 }
 
 TEST(ArcCentre, liesOnTheSideThatSenseAndRadiusChoose) {
-  RandomGeometry random(61);
-  for (int round = 0; round < 4000; ++round) {
+  randomRounds<RandomGeometry>(61, 4000, [&](RandomGeometry& random, int round) {
     const Chord chord = randomChord(random, round % 2 == 0 ? 143 : 144);
     const float r = static_cast<float>(chord.length() * random.number(0.55, 3.0)) *
                     (round % 4 < 2 ? 1.0F : -1.0F);
@@ -81,7 +81,7 @@ TEST(ArcCentre, liesOnTheSideThatSenseAndRadiusChoose) {
     EXPECT_NEAR(norm(centre - chord.second()), std::fabs(r), 2e-5 * std::fabs(r) + 2e-6);
     const bool left = cross(chord.second() - chord.first(), centre - chord.first())[2] > 0;
     EXPECT_EQ(left, (chord.dir == 143) == (r > 0));
-  }
+  });
 }
 
 TEST(ArcCentre, pointsTooFarApartOrCoincident) {
@@ -95,8 +95,7 @@ TEST(ArcCentre, pointsTooFarApartOrCoincident) {
 }
 
 TEST(ArcCentreAndRadiusPoint, turnOnePointOfTheChordByTheAngle) {
-  RandomGeometry random(62);
-  for (int round = 0; round < 4000; ++round) {
+  randomRounds<RandomGeometry>(62, 4000, [&](RandomGeometry& random, int round) {
     const Chord chord = randomChord(random, round % 2 == 0 ? 143 : 144);
     const float angle = random.number(0.05, 6.2) * (round % 4 < 2 ? 1.0F : -1.0F);
     const double turn = chord.dir == 143 ? std::fabs(angle) : -std::fabs(angle);
@@ -113,7 +112,7 @@ TEST(ArcCentreAndRadiusPoint, turnOnePointOfTheChordByTheAngle) {
     ASSERT_EQ(end.code, 1);
     EXPECT_NEAR(end.length, chord.length(), 2e-6 * chord.length());
     EXPECT_LT(norm(Double3{end.x, end.y, 0} - turned(chord.first(), chord.second(), turn)), 3e-5);
-  }
+  });
 }
 
 TEST(ArcCentreAndRadiusPoint, smallAnglesAndShortChordsHaveTheirOwnAnswers) {
@@ -132,8 +131,7 @@ TEST(ArcCentreAndRadiusPoint, smallAnglesAndShortChordsHaveTheirOwnAnswers) {
 }
 
 TEST(ArcFormulas, areEvaluatedInDoubleAndRoundedWhereStated) {
-  RandomGeometry random(64);
-  for (int round = 0; round < 3000; ++round) {
+  randomRounds<RandomGeometry>(64, 3000, [&](RandomGeometry& random, int round) {
     const Chord c = randomChord(random, round % 2 == 0 ? 143 : 144);
     const float angle = random.number(0.1, 6.1);
     const double s = c.dir == 143 ? 1.0 : -1.0;
@@ -164,7 +162,7 @@ TEST(ArcFormulas, areEvaluatedInDoubleAndRoundedWhereStated) {
     const Found end = c.radiusPoint(angle);
     EXPECT_EQ(bits(end.x), bits(static_cast<float>(c.x1 + 2 * t1 * sn)));
     EXPECT_EQ(bits(end.y), bits(static_cast<float>(c.y1 + 2 * u * sn)));
-  }
+  });
 }
 
 TEST(ArcAngle, runsFromTheFirstAxisTowardTheSecondAndSnapsNearTheFirst) {
@@ -184,15 +182,14 @@ TEST(ArcAngle, runsFromTheFirstAxisTowardTheSecondAndSnapsNearTheFirst) {
 }
 
 TEST(DirectionToZ, isMeasuredInThePlaneOfTheMode) {
-  RandomGeometry random(65);
-  for (int round = 0; round < 1000; ++round) {
+  randomRounds<RandomGeometry>(65, 1000, [&](RandomGeometry& random, int round) {
     const double angle = random.number(0.05, 3.0) + (round % 2 == 0 ? 0 : 3.2);
     const Double3 a = random.point(5);
     const Double3 inXz = a + 3.0 * Double3{std::sin(angle), 0, std::cos(angle)};
     const Double3 inYz = a + 3.0 * Double3{0, -std::sin(angle), std::cos(angle)};
     EXPECT_NEAR(slGetDirectAngleToZ(1, narrow(a), narrow(inXz)), angle, 1e-4);
     EXPECT_NEAR(slGetDirectAngleToZ(0, narrow(a), narrow(inYz)), angle, 1e-4);
-  }
+  });
   const Float3 p{1, 2, 3};
   EXPECT_EQ(slGetDirectAngleToZ(1, p, Float3{1, 2, 5}), 0.0F);
   EXPECT_FLOAT_EQ(slGetDirectAngleToZ(1, p, p), kHalfPi) << "no direction counts as +x";

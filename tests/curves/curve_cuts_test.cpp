@@ -10,6 +10,7 @@
 
 #include "geometry/random_geometry.h"
 #include "support/bits.h"
+#include "support/random_rounds.h"
 #include "zel/core/constants.h"
 #include "zel/curves/touch_cur.h"
 
@@ -198,18 +199,17 @@ TEST(KeepLineAbove, linesOnTheWrongSideOrOfOtherTypesLeaveTheOutput) {
 }
 
 TEST(ProjectAlongX, keepsTheHeightAndDropsY) {
-  RandomGeometry random(72);
-  for (int round = 0; round < 1000; ++round) {
+  randomRounds<RandomGeometry>(72, 1000, [&](RandomGeometry& random) {
     const Double3 a = random.point(9), b = random.point(9), p = random.point(9);
     if (std::fabs(a[2] - b[2]) < 0.1) {
-      continue;
+      return;
     }
     Float3 out{};
     slProjToLineAlongXOnXZ(narrow(a), narrow(b), narrow(p), out);
     EXPECT_NEAR(out[2], p[2], 1e-3);
     EXPECT_EQ(out[1], 0.0F);
     EXPECT_NEAR(cross(widen(out) - a, b - a)[1], 0, 1e-2);
-  }
+  });
 }
 
 TEST(ProjectAlongX, levelLinesGiveTheirNearerEndWithItsY) {

@@ -11,6 +11,7 @@
 
 #include "geometry/random_geometry.h"
 #include "support/bits.h"
+#include "support/random_rounds.h"
 #include "zel/core/constants.h"
 
 namespace {
@@ -158,8 +159,7 @@ TEST(TouchCurMove, centreStaysOnlyForPlainLines) {
 }
 
 TEST(TouchCurMirror, anglesStayThoseOfTheMirroredPoints) {
-  RandomGeometry random(51);
-  for (int round = 0; round < 2000; ++round) {
+  randomRounds<RandomGeometry>(51, 2000, [&](RandomGeometry& random) {
     const Double3 centre = random.point(5);
     const float from = random.number(0.01, 6.2), to = from + random.number(0.01, 6.0);
     const Float3 axis{9, 9, random.number(-5, 5)};
@@ -175,7 +175,7 @@ TEST(TouchCurMirror, anglesStayThoseOfTheMirroredPoints) {
     EXPECT_EQ(c.direction, 143);
     EXPECT_LE(c.startAng, c.endAng);
     EXPECT_NEAR(std::remainder(c.startAng - from, 2 * std::numbers::pi), 0, 1e-5);
-  }
+  });
 }
 
 TEST(TouchCurMirror, resultIsAlwaysZeroAndOnlyModeZeroMirrors) {
@@ -272,8 +272,7 @@ TEST(TouchCurMoves, differencesAreNotRoundedBeforeTheyAreAdded) {
 }
 
 TEST(TouchCurOffset, lineMovesPerpendicularTowardTheReference) {
-  RandomGeometry random(52);
-  for (int round = 0; round < 2000; ++round) {
+  randomRounds<RandomGeometry>(52, 2000, [&](RandomGeometry& random, int round) {
     const auto [along, ref, normal] = random.obliqueDirections(0.01);
     const Double3 start = random.point(10);
     const float dist = random.number(-3, 3);
@@ -284,7 +283,7 @@ TEST(TouchCurOffset, lineMovesPerpendicularTowardTheReference) {
     EXPECT_LT(apart(c.startPnt, start + step), 3e-4);
     EXPECT_LT(apart(c.endPnt, start + 5.0 * along + step), 3e-4);
     EXPECT_LT(apart(c.centre, widen(kCentre) + (c.type == 1 ? 0 : 1) * step), 3e-4);
-  }
+  });
 }
 
 TEST(TouchCurOffset, arcGrowsTowardTheSideOfTheReferenceAtItsStart) {
@@ -315,13 +314,12 @@ TEST(TouchCurOffset, otherElementsAndUndecidedSidesAreLeftAlone) {
 }
 
 TEST(PointToCircle, isMovedRadially) {
-  RandomGeometry random(53);
-  for (int round = 0; round < 1000; ++round) {
+  randomRounds<RandomGeometry>(53, 1000, [&](RandomGeometry& random) {
     const Double3 centre = random.flatPoint(9), before = random.flatPoint(9);
     Float3 p = narrow(before);
     EXPECT_EQ(slCalCirPnt(narrow(centre), 3.0F, p), 1);
     EXPECT_LT(apart(p, centre + 3 * unit(before - centre)), 1e-4);
-  }
+  });
   Float3 p = kFirst;
   EXPECT_EQ(slCalCirPnt(kFirst, 3.0F, p), 0);
   EXPECT_EQ(p, (Float3{4, 2, 3})) << "the centre itself goes along +x";

@@ -9,6 +9,7 @@
 #include "geometry/geometry_values.h"
 #include "geometry/random_geometry.h"
 #include "support/bits.h"
+#include "support/random_rounds.h"
 #include "zel/geometry/circle_angles.h"
 #include "zel/geometry/coordinate_systems.h"
 #include "zel/geometry/motions.h"
@@ -18,8 +19,7 @@ namespace {
 using namespace zel::test;  // NOLINT
 
 TEST(CircleAngles, roundTripOverTheFullTurn) {
-  RandomGeometry random(131);
-  for (int repeat = 0; repeat < 3000; ++repeat) {
+  randomRounds<RandomGeometry>(131, 3000, [&](RandomGeometry& random) {
     const double angle = random.number(0.1, 6.1);
     const float r = random.number(0.5, 4);
     const Double3 c = random.point(2);
@@ -27,7 +27,7 @@ TEST(CircleAngles, roundTripOverTheFullTurn) {
     const double tolerance = std::fabs(std::cos(angle)) > 0.9998 ? 0.025 : 5e-5;  // it snaps
     EXPECT_NEAR(slGetCircleAng(narrow(c), p, r), angle, tolerance);
     EXPECT_NEAR(slGetCentralAngle(v), angle, tolerance);
-  }
+  });
 }
 
 TEST(CircleAngles, straightDownHasTheAngleOfStraightUpAsACentralAngle) {
@@ -40,15 +40,14 @@ TEST(CircleAngles, straightDownHasTheAngleOfStraightUpAsACentralAngle) {
 }
 
 TEST(CircleIntersection, lineMeetsTheSphereInPointsOfBoth) {
-  RandomGeometry random(132);
-  for (int repeat = 0; repeat < 5000; ++repeat) {
+  randomRounds<RandomGeometry>(132, 5000, [&](RandomGeometry& random) {
     const Double3 a = random.point(3), u = random.direction(), c = random.point(3);
     const float r = random.number(0.2, 4);
     const Float3 start = narrow(a), end = narrow(a + random.number(0.5, 3) * u), centre = narrow(c);
     const Double3 foot = a + dot(c - a, u) * u;
     const double height = norm(c - foot);
     if (std::fabs(height - r) < 0.01) {
-      continue;
+      return;
     }
     const int expected = height < r ? 2 : 1;
     const double half = height < r ? std::sqrt(double{r} * r - height * height) : 0.0;
@@ -58,7 +57,7 @@ TEST(CircleIntersection, lineMeetsTheSphereInPointsOfBoth) {
     EXPECT_LT(apart(out[1], expected == 2 ? foot - half * u : Double3{8, 8, 8}), 1e-4);
     EXPECT_EQ(slIntersectLineSphere(centre, r, start, end, again), expected);
     EXPECT_TRUE(samePoint(again[0], out[0]));
-  }
+  });
 }
 
 TEST(CircleIntersection, linesAreToldApartByOnePointTwoPointsAndNoLength) {
@@ -146,15 +145,14 @@ TEST(CircleIntersection, segmentEndsOnTheCircleFollowTheStatedComparisons) {
 }
 
 TEST(CircleIntersection, twoCirclesMeetInPointsOfBoth) {
-  RandomGeometry random(134);
-  for (int repeat = 0; repeat < 4000; ++repeat) {
+  randomRounds<RandomGeometry>(134, 4000, [&](RandomGeometry& random) {
     const Double3 c1 = random.point(3), u = random.direction();
     const Double3 n = unit(cross(u, random.direction() + Double3{0.01, 0.02, 0.03}));
     const float r1 = random.number(0.3, 3), r2 = random.number(0.3, 3);
     const double d = random.number(0.05, 5);
     const double margin = std::min(r1 + r2 - d, d - std::fabs(r1 - r2));
     if (std::fabs(margin) < 0.01) {
-      continue;
+      return;
     }
     const Double3 c2 = c1 + d * u;
     float out[2][3]{};
@@ -170,7 +168,7 @@ TEST(CircleIntersection, twoCirclesMeetInPointsOfBoth) {
         EXPECT_NEAR(dot(widen(p) - c1, n), 0, 1e-4);
       }
     }
-  }
+  });
 }
 
 TEST(CircleIntersection, pointsOfTwoCirclesDependOnWhatOutHeld) {

@@ -8,6 +8,7 @@
 
 #include "geometry/geometry_values.h"
 #include "geometry/random_geometry.h"
+#include "support/random_rounds.h"
 #include "zel/core/constants.h"
 #include "zel/geometry/bounding_rectangles.h"
 
@@ -35,8 +36,7 @@ Double3 onCircle(Double3 c, Double3 n, double r, double angle) {
 }
 
 TEST(Circles, circleThroughThreePointsIsRecovered) {
-  RandomGeometry random(161);
-  for (int repeat = 0; repeat < 3000; ++repeat) {
+  randomRounds<RandomGeometry>(161, 3000, [&](RandomGeometry& random) {
     const Double3 c = random.point(4), n = random.direction();
     const double r = random.number(0.5, 4), first = random.number(-3, 3);
     const Float3 p = narrow(onCircle(c, n, r, first)),
@@ -48,7 +48,7 @@ TEST(Circles, circleThroughThreePointsIsRecovered) {
     EXPECT_LT(apart(normal, n), 2e-5);
     EXPECT_NEAR(radius, r, 2e-4);
     EXPECT_EQ(slGetCircleRadius(centre, p), radius);
-  }
+  });
 }
 
 TEST(Circles, pointsWithoutACircleLeaveTheOutputsAlone) {
@@ -62,13 +62,12 @@ TEST(Circles, pointsWithoutACircleLeaveTheOutputsAlone) {
 }
 
 TEST(Circles, sphereThroughFourPointsIsRecovered) {
-  RandomGeometry random(162);
-  for (int repeat = 0; repeat < 3000; ++repeat) {
+  randomRounds<RandomGeometry>(162, 3000, [&](RandomGeometry& random) {
     const Double3 c = random.point(4), d[4]{random.direction(), random.direction(),
                                             random.direction(), random.direction()};
     const double r = random.number(0.8, 4);
     if (std::fabs(dot(d[1] - d[0], cross(d[2] - d[0], d[3] - d[0]))) < 0.5) {
-      continue;
+      return;
     }
     float centre[3], radius;
     ASSERT_EQ(slGenSphere(narrow(c + r * unit(d[0])), narrow(c + r * unit(d[1])),
@@ -76,7 +75,7 @@ TEST(Circles, sphereThroughFourPointsIsRecovered) {
               1);
     EXPECT_LT(apart(centre, c), 1e-3);
     EXPECT_NEAR(radius, r, 1e-3);
-  }
+  });
 }
 
 TEST(Circles, fourPointsOfOnePlaneGiveTheMiddleOfTheirCentres) {
@@ -90,8 +89,7 @@ TEST(Circles, fourPointsOfOnePlaneGiveTheMiddleOfTheirCentres) {
 }
 
 TEST(BoundingRectangles, arcExtentsMatchASampledArc) {
-  RandomGeometry random(163);
-  for (int repeat = 0; repeat < 3000; ++repeat) {
+  randomRounds<RandomGeometry>(163, 3000, [&](RandomGeometry& random, int repeat) {
     const bool forward = repeat % 2 == 0;
     const float start = random.number(0, 6.28), r = random.number(0.5, 3);
     const double end = start + random.number(0.05, 6.2) * (forward ? 1 : -1);
@@ -106,7 +104,7 @@ TEST(BoundingRectangles, arcExtentsMatchASampledArc) {
         static_cast<float>(wrapped), r, min, max);
     EXPECT_LT(apart(min, expected.min), 1e-4);
     EXPECT_LT(apart(max, expected.max), 1e-4);
-  }
+  });
 }
 
 TEST(BoundingRectangles, arcReachesTheAxesBetweenItsAnglesWithTheTolerance) {
@@ -160,8 +158,7 @@ TEST(BoundingRectangles, circleHasItsOwnCornersAndASphereASquareAcrossTheView) {
 }
 
 TEST(BoundingRectangles, cylinderIsBoundedTightly) {
-  RandomGeometry random(164);
-  for (int repeat = 0; repeat < 200; ++repeat) {
+  randomRounds<RandomGeometry>(164, 200, [&](RandomGeometry& random, int repeat) {
     const Double3 base = random.point(3);
     const Double3 axis = repeat == 0   ? Double3{0, 0, 1}
                          : repeat == 1 ? Double3{1, 0, 0}
@@ -177,7 +174,7 @@ TEST(BoundingRectangles, cylinderIsBoundedTightly) {
     EXPECT_LT(apart(out.corner2, expected.max), 1e-5);
     EXPECT_EQ(out.corner1[0], out.corner2[0]);
     EXPECT_EQ(out.corner3[1], out.corner2[1]);
-  }
+  });
 }
 
 }  // namespace

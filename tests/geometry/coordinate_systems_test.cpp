@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "geometry/random_geometry.h"
+#include "support/random_rounds.h"
 
 namespace {
 
@@ -20,12 +21,11 @@ void expectRightHanded(const XYCoordSysD& cs) {
 }
 
 TEST(CoordinateSystems, threePointsSpanARightHandedFrame) {
-  RandomGeometry random(121);
-  for (int repeat = 0; repeat < 3000; ++repeat) {
+  randomRounds<RandomGeometry>(121, 3000, [&](RandomGeometry& random) {
     const Double3 o = random.point(5), p = random.point(5), q = random.point(5);
     const Double3 n = cross(p - o, q - o);
     if (norm(n) < 0.5) {
-      continue;
+      return;
     }
     XYCoordSysD cs, same;
     ASSERT_EQ(slGenXYCoordSys(narrow(o), narrow(p), narrow(q), &cs), 1);
@@ -37,7 +37,7 @@ TEST(CoordinateSystems, threePointsSpanARightHandedFrame) {
     ASSERT_EQ(slGenXYCoordSysByNormal(narrow(o), narrow(p), narrow(unit(n)), &same), 1);
     expectRightHanded(same);
     EXPECT_LT(apart(same.yAxis, widen(cs.yAxis)), 1e-5);
-  }
+  });
 }
 
 TEST(CoordinateSystems, degeneratePointsLeaveTheFrameAlone) {

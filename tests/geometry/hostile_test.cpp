@@ -10,12 +10,14 @@
 #include <vector>
 
 #include "geometry/random_geometry.h"
+#include "support/random_rounds.h"
 #include "zel/containers/point3d_arr.h"
 #include "zel/geometry/geometry.h"
 
 namespace {
 
 using zel::test::RandomGeometry;
+using zel::test::randomRounds;
 
 /// A float of which a good part is hostile.
 float hostileNumber(RandomGeometry& random) {
@@ -47,8 +49,7 @@ void expectOneOf(int result, const std::vector<int>& codes) {
 }
 
 TEST(HostileGeometry, linesAndPlanes) {
-  RandomGeometry random(181);
-  for (int repeat = 0; repeat < 20000; ++repeat) {
+  randomRounds<RandomGeometry>(181, 20000, [&](RandomGeometry& random) {
     auto [p, flat, m, out, x, y, z, r, moving, a, b, solids] = hostile<Field>(random);
     const auto& motion = m;
     expectOneOf(slIntersectLines3D(p[0], p[1], p[2], p[3], &x, &y), {0, 1, INT_MAX});
@@ -69,12 +70,11 @@ TEST(HostileGeometry, linesAndPlanes) {
     expectOneOf(slGetInfLinesCoPerpenticular(p[0], p[1], p[2], p[3], &x, &y, &z), {2, 3});
     expectOneOf(slGetLinesCoPerpenticular(p[0], p[1], p[2], p[3], &x, &y, &z), {2, 3});
     EXPECT_GE(slGetLineDist(p[0], p[1], p[2], p[3]), 0.0F);
-  }
+  });
 }
 
 TEST(HostileGeometry, matricesInsideTestsAndRectangles) {
-  RandomGeometry random(184);
-  for (int repeat = 0; repeat < 20000; ++repeat) {
+  randomRounds<RandomGeometry>(184, 20000, [&](RandomGeometry& random, int repeat) {
     auto [p, flat, m, out, x, y, z, r, moving, a, b, solids] = hostile<Field>(random);
     float made[16];
     expectOneOf(slInverseMatrixM(m, made), {0, 1});
@@ -101,12 +101,11 @@ TEST(HostileGeometry, matricesInsideTestsAndRectangles) {
     expectOneOf(slCheckArcInRect(dir, r, p[0], p[1], p[2], p[3], out[0]), {0, 1});
     slGetSphereProjRect(p[0], x, p[1], &bounds);
     slGetCylinderProjRect(p[0], p[1], y, z, &bounds);
-  }
+  });
 }
 
 TEST(HostileGeometry, circlesSpheresAndSolids) {
-  RandomGeometry random(182);
-  for (int repeat = 0; repeat < 20000; ++repeat) {
+  randomRounds<RandomGeometry>(182, 20000, [&](RandomGeometry& random) {
     auto [p, flat, m, out, x, y, z, r, moving, a, b, solids] = hostile<Field>(random);
     int count = -1;
     float ang[4];
@@ -129,7 +128,7 @@ TEST(HostileGeometry, circlesSpheresAndSolids) {
       pts.AddItemM(point);
     }
     expectOneOf(slGenVerticalTube(pts, out[0], &ang[0]), {0, 1});
-  }
+  });
 }
 
 }  // namespace

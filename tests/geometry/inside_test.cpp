@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "geometry/random_geometry.h"
+#include "support/random_rounds.h"
 #include "zel/geometry/circumcentres.h"
 
 namespace {
@@ -123,14 +124,13 @@ TEST(InsideTests, triangleEdgesBelongToOneOrientation) {
 }
 
 TEST(InsideTests, quadrilateralsAgreeWithTheWindingAngle) {
-  RandomGeometry random(92);
-  for (int repeat = 0; repeat < 20000; ++repeat) {
+  randomRounds<RandomGeometry>(92, 20000, [&](RandomGeometry& random) {
     const std::vector<Point> q = star(random, 4);
     const Point p{random.number(-2, 2), random.number(-2, 2)};
     EXPECT_EQ(
         slIsPntInsideOfTrapezium(p.data(), q[0].data(), q[1].data(), q[2].data(), q[3].data()),
         std::abs(turnsAbout(q, p)) > 0.5 ? 1 : 0);
-  }
+  });
 }
 
 TEST(InsideTests, polygonInSpaceIsTestedAgainstTheOrigin) {
@@ -144,11 +144,10 @@ TEST(InsideTests, polygonInSpaceIsTestedAgainstTheOrigin) {
 }
 
 TEST(Circumcentres, areEquallyFarFromTheVertices) {
-  RandomGeometry random(93);
-  for (int repeat = 0; repeat < 3000; ++repeat) {
+  randomRounds<RandomGeometry>(93, 3000, [&](RandomGeometry& random) {
     const Double3 a = random.point(3), b = random.point(3), c = random.point(3);
     if (norm(cross(unit(b - a), unit(c - a))) < 0.3 || norm(b - a) < 0.5 || norm(c - b) < 0.5) {
-      continue;
+      return;
     }
     const Float3 fa = narrow(a), fb = narrow(b), fc = narrow(c);
     float centre[3], radius;
@@ -163,7 +162,7 @@ TEST(Circumcentres, areEquallyFarFromTheVertices) {
       EXPECT_NEAR(std::hypot(centre[0] - b[0], centre[1] - b[1]), toA, 3e-4);
       EXPECT_NEAR(std::hypot(centre[0] - c[0], centre[1] - c[1]), toA, 3e-4);
     }
-  }
+  });
 }
 
 TEST(Circumcentres, smallTrianglesAreRefused) {

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "geometry/random_geometry.h"
+#include "support/random_rounds.h"
 #include "zel/core/constants.h"
 #include "zel/geometry/intersections.h"
 
@@ -13,8 +14,7 @@ using namespace zel::test;  // NOLINT
 using zel::kTolerance;
 
 TEST(LineIntersection, infiniteLinesMeetWhereTheyWereBuiltToMeet) {
-  RandomGeometry random(101);
-  for (int repeat = 0; repeat < 3000; ++repeat) {
+  randomRounds<RandomGeometry>(101, 3000, [&](RandomGeometry& random) {
     const auto [u, v, normal] = random.obliqueDirections(0.35);
     const Double3 meeting = random.point(3);
     const double expectedT = random.number(-4, 4), expectedS = random.number(1, 4);
@@ -27,7 +27,7 @@ TEST(LineIntersection, infiniteLinesMeetWhereTheyWereBuiltToMeet) {
       EXPECT_NEAR(t, expectedT, 1e-4);
       EXPECT_NEAR(s, expectedS, 1e-4);
     }
-  }
+  });
 }
 
 TEST(LineIntersection, parallelInfiniteLinesScaleWhatTheCallerHad) {
@@ -41,8 +41,7 @@ TEST(LineIntersection, parallelInfiniteLinesScaleWhatTheCallerHad) {
 }
 
 TEST(LineIntersection, rayMeetsSegmentInThePlane) {
-  RandomGeometry random(102);
-  for (int repeat = 0; repeat < 5000; ++repeat) {
+  randomRounds<RandomGeometry>(102, 5000, [&](RandomGeometry& random) {
     const double angle = random.number(-3, 3), turn = random.number(0.3, 2.8);
     const double t0 = random.number(-3, 3), s0 = random.number(-0.5, 1.5);
     const Double3 u = flatDirection(angle), meeting = random.point(3);
@@ -56,7 +55,7 @@ TEST(LineIntersection, rayMeetsSegmentInThePlane) {
     if (std::fabs(t0) > 0.001 && std::fabs(s0) > 0.001 && std::fabs(s0 - 1) > 0.001) {
       EXPECT_EQ(result, t0 > 0 && s0 > 0 && s0 < 1 ? 1 : 0);
     }
-  }
+  });
 }
 
 TEST(LineIntersection, rayAndSegmentEndsHaveTheTolerance) {
@@ -92,8 +91,7 @@ TEST(LineIntersection, parallelRayMeetsTheNearEndWithoutLookingAside) {
 }
 
 TEST(LineIntersection, segmentPointOfAPerpendicularLineIsTheClosest) {
-  RandomGeometry random(103);
-  for (int repeat = 0; repeat < 2000; ++repeat) {
+  randomRounds<RandomGeometry>(103, 2000, [&](RandomGeometry& random) {
     const auto [u, v, normal] = random.obliqueDirections(0.35);
     const Double3 b0 = random.point(2), e = 3.0 * normal;
     const double s = random.number(-0.5, 1.5), back = random.number(0.5, 2);
@@ -105,7 +103,7 @@ TEST(LineIntersection, segmentPointOfAPerpendicularLineIsTheClosest) {
       ASSERT_EQ(result, s > 0 && s < 1 ? 1 : 0);
       EXPECT_LT(result == 1 ? apart(out, b0 + s * e) : 0.0, 1e-4);
     }
-  }
+  });
 }
 
 TEST(LineIntersection, obliqueLinesKeepTheStatedSigns) {

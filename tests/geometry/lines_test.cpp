@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "geometry/random_geometry.h"
+#include "support/random_rounds.h"
 #include "zel/core/constants.h"
 #include "zel/geometry/intersections.h"
 #include "zel/geometry/line_pairs.h"
@@ -16,8 +17,7 @@ using namespace zel::test;  // NOLINT
 using zel::kInfinity;
 
 TEST(Lines, footsAndDistancesMatchTheCrossProduct) {
-  RandomGeometry random(81);
-  for (int repeat = 0; repeat < 5000; ++repeat) {
+  randomRounds<RandomGeometry>(81, 5000, [&](RandomGeometry& random) {
     const Double3 a = random.point(5), u = random.direction(), p = random.point(5);
     const Float3 fa = narrow(a), fb = narrow(a + random.number(1, 4) * u), fp = narrow(p);
     const double length = norm(widen(fb) - a);
@@ -31,12 +31,11 @@ TEST(Lines, footsAndDistancesMatchTheCrossProduct) {
     EXPECT_NEAR(t, along, 1e-5);
     EXPECT_NEAR(slProjectPntToLine(fa, fb, fp, foot), along, 1e-5);
     EXPECT_LT(apart(foot, a + along * exactU), 1e-5);
-  }
+  });
 }
 
 TEST(Lines, planeDistanceIsPositiveOnTheLeft) {
-  RandomGeometry random(82);
-  for (int repeat = 0; repeat < 3000; ++repeat) {
+  randomRounds<RandomGeometry>(82, 3000, [&](RandomGeometry& random) {
     const double height = random.number(-4, 4), along = random.number(-4, 4);
     const Double3 u = flatDirection(random.number(-3, 3)), left{-u[1], u[0], 0};
     const Double3 a = random.flatPoint(4);
@@ -47,7 +46,7 @@ TEST(Lines, planeDistanceIsPositiveOnTheLeft) {
     EXPECT_NEAR(t, along / 2, 2e-6);
     EXPECT_EQ(slGetLineFoot(fa, fb, p, foot, &t), 1);
     EXPECT_LT(apart(foot, a + along * u), 7e-6);
-  }
+  });
 }
 
 TEST(Lines, coincidentPointsAreNoLine) {
@@ -107,13 +106,12 @@ Found found(PairFunction measure, Double3 a0, Double3 a1, Double3 b0, Double3 b1
 }
 
 TEST(LinePairs, skewLinesMeetTheirCommonPerpendicular) {
-  RandomGeometry random(83);
-  for (int repeat = 0; repeat < 5000; ++repeat) {
+  randomRounds<RandomGeometry>(83, 5000, [&](RandomGeometry& random) {
     const Double3 a0 = random.point(5), a1 = random.point(5), b0 = random.point(5),
                   b1 = random.point(5);
     const Double3 u = unit(a1 - a0), v = unit(b1 - b0), normal = cross(a1 - a0, b1 - b0);
     if (norm(normal) < 5 || norm(cross(u, v)) < 0.3) {
-      continue;
+      return;
     }
     const double height = std::abs(dot(b0 - a0, unit(normal)));
     const Approach r(kInfinite, a0, a1, b0, b1);
@@ -123,12 +121,11 @@ TEST(LinePairs, skewLinesMeetTheirCommonPerpendicular) {
     EXPECT_NEAR(dot(across, u), 0, 1e-3);
     EXPECT_NEAR(dot(across, v), 0, 1e-3);
     EXPECT_EQ(r.code, height > 0.01 ? 3 : r.code);
-  }
+  });
 }
 
 TEST(LinePairs, segmentsThatCrossInSpaceAreAsFarAsTheirLines) {
-  RandomGeometry random(84);
-  for (int repeat = 0; repeat < 3000; ++repeat) {
+  randomRounds<RandomGeometry>(84, 3000, [&](RandomGeometry& random) {
     const auto [u, v, normal] = random.obliqueDirections(0.3);
     const Double3 centre = random.point(3);
     const double t = random.number(0.1, 0.9), s = random.number(0.1, 0.9);
@@ -140,7 +137,7 @@ TEST(LinePairs, segmentsThatCrossInSpaceAreAsFarAsTheirLines) {
     EXPECT_NEAR(r.dist, height, 1e-4);
     EXPECT_NEAR(r.t, t, 1e-4);
     EXPECT_NEAR(r.s, s, 1e-4);
-  }
+  });
 }
 
 TEST(LinePairs, linesOfOnePlaneIntersectOrAreParallel) {
@@ -197,8 +194,7 @@ int intersect(Double3 a0, Double3 a1, Double3 b0, Double3 b1, float* t, float* s
 }
 
 TEST(Intersections, linesOfOnePlaneMeetWhereTheyWereMade) {
-  RandomGeometry random(85);
-  for (int repeat = 0; repeat < 5000; ++repeat) {
+  randomRounds<RandomGeometry>(85, 5000, [&](RandomGeometry& random) {
     const auto [u, v, normal] = random.obliqueDirections(0.1);
     const Double3 meeting = random.point(5);
     const double t = random.number(-3, 3), s = random.number(-3, 3);
@@ -208,7 +204,7 @@ TEST(Intersections, linesOfOnePlaneMeetWhereTheyWereMade) {
               1);
     EXPECT_NEAR(foundT, t, 1e-4);
     EXPECT_NEAR(foundS, s, 1e-4);
-  }
+  });
 }
 
 TEST(Intersections, eachCodeOfTwoLinesIsReached) {

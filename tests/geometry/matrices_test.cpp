@@ -8,6 +8,7 @@
 #include "geometry/geometry_values.h"
 #include "geometry/random_geometry.h"
 #include "support/bits.h"
+#include "support/random_rounds.h"
 #include "zel/core/constants.h"
 #include "zel/geometry/motions.h"
 #include "zel/geometry/rotations.h"
@@ -39,8 +40,7 @@ TEST(Matrices, movesAndScalingsDoWhatTheyAreMadeFor) {
 }
 
 TEST(Matrices, productRoundsEveryPartialSum) {
-  RandomGeometry random(51);
-  for (int repeat = 0; repeat < 500; ++repeat) {
+  randomRounds<RandomGeometry>(51, 500, [&](RandomGeometry& random) {
     Matrix a, b, product, expected{};
     std::generate(a.begin(), a.end(), [&] { return random.number(-5, 5); });
     std::generate(b.begin(), b.end(), [&] { return random.number(-5, 5); });
@@ -56,7 +56,7 @@ TEST(Matrices, productRoundsEveryPartialSum) {
     for (const Matrix& result : {product, left, right}) {
       EXPECT_TRUE(sameBits(result, expected));
     }
-  }
+  });
 }
 
 TEST(Matrices, vectorsAreSummedInDoubleAndRoundedOnce) {
@@ -70,8 +70,7 @@ TEST(Matrices, vectorsAreSummedInDoubleAndRoundedOnce) {
 }
 
 TEST(Matrices, formsAgreeInPlaceAndOutOfPlace) {
-  RandomGeometry random(52);
-  for (int repeat = 0; repeat < 300; ++repeat) {
+  randomRounds<RandomGeometry>(52, 300, [&](RandomGeometry& random) {
     const Matrix m = randomMotion(random, 10);
     const Double3 p = random.point(5);
     Float3 out, flat = narrow(p);
@@ -87,7 +86,7 @@ TEST(Matrices, formsAgreeInPlaceAndOutOfPlace) {
     float four[4]{0, 0, 0, 1};
     slMatrixTrans16MultiVector4(m, four);
     EXPECT_EQ(four[3], 1.0F);
-  }
+  });
 }
 
 TEST(Matrices, inverseUndoesTheMatrix) {
@@ -117,8 +116,7 @@ TEST(Matrices, inverseRefusesASmallDeterminant) {
 }
 
 TEST(Matrices, fourPointsAreCarriedOntoFour) {
-  RandomGeometry random(54);
-  for (int repeat = 0; repeat < 500; ++repeat) {
+  randomRounds<RandomGeometry>(54, 500, [&](RandomGeometry& random) {
     float p[4][3]{{0, 0, 0}, {2, 0, 0}, {0, 2, 0}, {0, 0, 2}}, q[4][3], m[16];
     for (auto& target : q) {
       std::copy_n(narrow(random.point(3)).data(), 3, target);
@@ -129,7 +127,7 @@ TEST(Matrices, fourPointsAreCarriedOntoFour) {
     }
     p[3][2] = 0.0F;
     EXPECT_EQ(slChangeFourPntMatrixM(p, q, m), 0);
-  }
+  });
 }
 
 TEST(Matrices, identityCheckCountsOnlyRealDifferences) {
@@ -187,8 +185,7 @@ TEST(Rotations, centreNearTheOriginCountsAsTheOrigin) {
 }
 
 TEST(Rotations, anyDirectionTurnsOntoZAndAHorizontalOneOntoX) {
-  RandomGeometry random(56);
-  for (int repeat = 0; repeat < 3000; ++repeat) {
+  randomRounds<RandomGeometry>(56, 3000, [&](RandomGeometry& random) {
     const Double3 dir = random.direction(), centre = random.point(10);
     const Matrix toZ = made(slGenVectToZMatrix, narrow(centre), narrow(dir));
     EXPECT_LT(apart(turned(toZ, dir), {0, 0, 1}), 1e-6);
@@ -199,7 +196,7 @@ TEST(Rotations, anyDirectionTurnsOntoZAndAHorizontalOneOntoX) {
     const Matrix toX = made(slGenVectToXMatrix, narrow(centre), narrow(raised));  // z is ignored
     EXPECT_LT(apart(turned(toX, level), {1, 0, 0}), 1e-6);
     EXPECT_LT(apart(moved(toX, centre), centre), 1e-5);
-  }
+  });
 }
 
 TEST(Rotations, downwardDirectionTakesHalfATurnAboutX) {
@@ -228,8 +225,7 @@ TEST(Rotations, turnsToZAreOfOneRotation) {
 }
 
 TEST(Rotations, axesFromTwoAnglesAreOrthonormal) {
-  RandomGeometry random(59);
-  for (int repeat = 0; repeat < 500; ++repeat) {
+  randomRounds<RandomGeometry>(59, 500, [&](RandomGeometry& random) {
     const float a = random.number(-4, 4), b = random.number(-4, 4);
     float x[3], y[3], z[3];
     slGetAxes(a, b, x, y, z);
@@ -238,7 +234,7 @@ TEST(Rotations, axesFromTwoAnglesAreOrthonormal) {
     EXPECT_NEAR(norm(widen(x)), 1, 1e-6);
     EXPECT_NEAR(y[0], std::sin(a), 1e-6);
     EXPECT_NEAR(x[2], -std::sin(b), 1e-6);
-  }
+  });
 }
 
 TEST(Rotations, rayPairMatrixKeepsItsClosedForm) {
@@ -265,8 +261,7 @@ TEST(Rotations, rayPairMatrixKeepsItsClosedForm) {
 }
 
 TEST(Motions, partsComposeToTheMotionAndItsInverse) {
-  RandomGeometry random(60);
-  for (int repeat = 0; repeat < 1000; ++repeat) {
+  randomRounds<RandomGeometry>(60, 1000, [&](RandomGeometry& random) {
     const Matrix motion = randomMotion(random, 10);
     const Matrix turn = made(slGetRotMatrixFromMotion, motion);
     const Matrix move = made(slGetMoveMatrixFromMotion, motion);
@@ -277,12 +272,11 @@ TEST(Motions, partsComposeToTheMotionAndItsInverse) {
     EXPECT_TRUE(sameBits(made(slGetRotTransMatrixFromMotion, motion), back));
     const Matrix unmoved = made(slGetInvMvMatrixFromMotion, motion);
     EXPECT_EQ(moved(unmoved, widen(motion + 12)), Float3{});
-  }
+  });
 }
 
 TEST(Motions, framesConvertBothWays) {
-  RandomGeometry random(61);
-  for (int repeat = 0; repeat < 1000; ++repeat) {
+  randomRounds<RandomGeometry>(61, 1000, [&](RandomGeometry& random) {
     const Matrix motion = randomMotion(random, 10);
     XYCoordSysD cs;
     std::copy_n(motion.data(), 3, cs.xAxis);
@@ -298,7 +292,7 @@ TEST(Motions, framesConvertBothWays) {
     Float3 out;
     slTransToWorld(cs.xAxis, cs.yAxis, cs.zAxis, narrow(p), out);
     EXPECT_EQ(out, turned(toWorld, p));
-  }
+  });
 }
 
 TEST(Motions, signComparesTheZAxes) {

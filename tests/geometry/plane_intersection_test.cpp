@@ -4,6 +4,7 @@
 
 #include "geometry/geometry_values.h"
 #include "geometry/random_geometry.h"
+#include "support/random_rounds.h"
 #include "zel/core/constants.h"
 #include "zel/geometry/intersections.h"
 
@@ -15,12 +16,11 @@ using zel::kTolerance;
 constexpr Float3 kUp{0, 0, 1}, kUntouched{8, 8, 8};
 
 TEST(PlaneIntersection, linesAndRaysMeetThePlaneWhereTheyWereBuiltTo) {
-  RandomGeometry random(111);
-  for (int repeat = 0; repeat < 5000; ++repeat) {
+  randomRounds<RandomGeometry>(111, 5000, [&](RandomGeometry& random) {
     const Double3 n = random.direction(), u = random.direction(), meeting = random.point(3);
     const double k = random.number(-4, 4);
     if (std::fabs(dot(u, n)) < 0.2 || std::fabs(k) < 0.01) {
-      continue;
+      return;
     }
     const Float3 p = narrow(meeting - k * u);
     const float d = static_cast<float>(-dot(meeting, n));
@@ -29,7 +29,7 @@ TEST(PlaneIntersection, linesAndRaysMeetThePlaneWhereTheyWereBuiltTo) {
     EXPECT_LT(apart(out, meeting), 3e-5);
     EXPECT_EQ(slRadialIntersectPlane(p, narrow(u), narrow(n), d, out), k > 0 ? 1 : -1);
     EXPECT_LT(apart(out, meeting), 3e-5) << "also when the plane lies behind";
-  }
+  });
 }
 
 TEST(PlaneIntersection, lineInThePlaneIsToldApartAndAParallelOneIsNot) {
@@ -105,8 +105,7 @@ TEST(PlaneIntersection, raySegmentTestMeasuresThreeComponents) {
 }
 
 TEST(PlaneIntersection, twoPlanesMeetInALineOfBothAndHaveACommonPoint) {
-  RandomGeometry random(113);
-  for (int repeat = 0; repeat < 3000; ++repeat) {
+  randomRounds<RandomGeometry>(113, 3000, [&](RandomGeometry& random) {
     const auto [na, nb, along] = random.obliqueDirections(0.2);
     const Double3 pa = random.point(3), pb = random.point(3);
     const Float3 fpa = narrow(pa), fna = narrow(na), fpb = narrow(pb), fnb = narrow(nb);
@@ -125,7 +124,7 @@ TEST(PlaneIntersection, twoPlanesMeetInALineOfBothAndHaveACommonPoint) {
       EXPECT_NEAR(dot(widen(pt) - pa, na), 0, 2e-4);
       EXPECT_NEAR(dot(widen(pt) - pb, nb), 0, 2e-4);
     }
-  }
+  });
 }
 
 TEST(PlaneIntersection, parallelPlanesAreToldFromEqualOnes) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "geometry/random_geometry.h"
+#include "support/random_rounds.h"
 #include "zel/core/constants.h"
 
 namespace {
@@ -17,12 +18,11 @@ using zel::kTolerance;
 constexpr Float3 kO{0, 0, 0}, kX{1, 0, 0}, kY{0, 1, 0}, kZ{0, 0, 1};
 
 TEST(Planes, equationHoldsForItsPoints) {
-  RandomGeometry random(71);
-  for (int repeat = 0; repeat < 5000; ++repeat) {
+  randomRounds<RandomGeometry>(71, 5000, [&](RandomGeometry& random) {
     const Double3 p0 = random.point(10), p1 = random.point(10), p2 = random.point(10);
     const Double3 normal = unit(cross(p1 - p0, p2 - p0)), p = random.point(10);
     if (norm(cross(unit(p1 - p0), unit(p2 - p0))) < 0.05) {
-      continue;
+      return;
     }
     float n[3], d = 0, foot[3];
     ASSERT_EQ(slGetPlaneEquation(narrow(p0), narrow(p1), narrow(p2), n, &d), 1);
@@ -32,7 +32,7 @@ TEST(Planes, equationHoldsForItsPoints) {
     EXPECT_NEAR(slProjectPntToPlane(n, d, narrow(p), foot), height, 3e-5);
     EXPECT_LT(apart(foot, p - height * normal), 5e-5);
     EXPECT_NEAR(slGetPntPlaneDist(n, d, narrow(p)), std::abs(height), 1.5e-4);
-  }
+  });
 }
 
 TEST(Planes, distanceIsZeroUpToTheTolerance) {
@@ -102,8 +102,7 @@ TEST(Planes, coplanarityNamesItsFourCases) {
 }
 
 TEST(Planes, randomPolygonsAreJudgedAsTheyWereMade) {
-  RandomGeometry random(72);
-  for (int repeat = 0; repeat < 2000; ++repeat) {
+  randomRounds<RandomGeometry>(72, 2000, [&](RandomGeometry& random) {
     const auto [u, v, normal] = random.obliqueDirections(0.3);
     const Double3 origin = random.point(5);
     std::vector<Double3> points{origin};
@@ -116,7 +115,7 @@ TEST(Planes, randomPolygonsAreJudgedAsTheyWereMade) {
     EXPECT_NEAR(std::abs(dot(widen(n), normal)), 1, 1e-5);
     points[5] = points[5] + 0.05 * normal;
     EXPECT_EQ(judge(points, n), 3);
-  }
+  });
 }
 
 TEST(Planes, scanSkipsPointsAtTheBase) {

@@ -8,6 +8,7 @@
 #include "geometry/geometry_values.h"
 #include "geometry/random_geometry.h"
 #include "support/bits.h"
+#include "support/random_rounds.h"
 #include "zel/core/constants.h"
 #include "zel/geometry/rectangle_moves.h"
 
@@ -30,8 +31,7 @@ RectangleD placed(const RectangleD& r, const Matrix& placement) {
 }
 
 TEST(Rectangles, standardPositionUndoesAnyPlacement) {
-  RandomGeometry random(151);
-  for (int repeat = 0; repeat < 2000; ++repeat) {
+  randomRounds<RandomGeometry>(151, 2000, [&](RandomGeometry& random) {
     const RectangleD standard = upright(0, 0, random.number(0.5, 4), random.number(0.5, 4));
     RectangleD r = placed(standard, randomMotion(random, 5)), back;
     Matrix m;
@@ -42,7 +42,7 @@ TEST(Rectangles, standardPositionUndoesAnyPlacement) {
     EXPECT_EQ(corners(placed(r, m)), corners(back));
     slTransRectangleByMatrix(r, m, &r);
     EXPECT_EQ(corners(r), corners(back)) << "in place";
-  }
+  });
   RectangleD flat = upright(1, 1, 3, 1), out = upright(8, 8, 9, 9);
   float m[16]{8};
   EXPECT_EQ(slTransToStdRect(flat, &out, m), 0);

@@ -122,6 +122,8 @@ TEST(Scalars, fittingTestsTheUpperBoundFirst) {
   int v = 5;
   EXPECT_EQ(slFitI(&v, 0, 3), 3);
   EXPECT_EQ(v, 3);
+  v = 2;
+  EXPECT_EQ(slFitI(&v, 0, 3), 2);
   v = 5;
   EXPECT_EQ(slFitI(&v, 8, 3), 3);
   v = -5;

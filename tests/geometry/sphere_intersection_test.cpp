@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "geometry/random_geometry.h"
+#include "support/random_rounds.h"
 #include "zel/core/constants.h"
 #include "zel/geometry/determinants.h"
 #include "zel/geometry/solid_contact.h"
@@ -18,20 +19,19 @@ using zel::kTolerance;
 constexpr Float3 kOrigin{0, 0, 0}, kX{1, 0, 0}, kY{0, 1, 0}, kUp{0, 0, 1};
 
 TEST(SphereIntersection, circleOfTwoSpheresLiesOnBoth) {
-  RandomGeometry random(141);
-  for (int repeat = 0; repeat < 4000; ++repeat) {
+  randomRounds<RandomGeometry>(141, 4000, [&](RandomGeometry& random) {
     const Double3 c1 = random.point(3), u = random.direction();
     const float r1 = random.number(0.3, 3), r2 = random.number(0.3, 3), d = random.number(0.1, 6);
     const Double3 c2 = c1 + d * u;
     const double apart = d - (r1 + r2), inside = std::fabs(r1 - r2) - d;
     if (std::fabs(apart) < 0.01) {
-      continue;
+      return;
     }
     float centre[3], normal[3], radius;
     ASSERT_EQ(slGetShereIntersect(narrow(c1), r1, narrow(c2), r2, centre, normal, &radius),
               apart < 0 ? 3 : 0);
     if (apart > 0) {
-      continue;
+      return;
     }
     EXPECT_LT(norm(widen(normal) - u), 2e-5);
     if (inside > 0.01) {
@@ -41,7 +41,7 @@ TEST(SphereIntersection, circleOfTwoSpheresLiesOnBoth) {
       EXPECT_NEAR(norm(p - c1), r1, 5e-4);
       EXPECT_NEAR(norm(p - c2), r2, 5e-4);
     }
-  }
+  });
 }
 
 TEST(SphereIntersection, touchingSpheresGiveTheContactPoint) {
@@ -63,13 +63,12 @@ TEST(SphereIntersection, touchingSpheresGiveTheContactPoint) {
 }
 
 TEST(SphereIntersection, planeCutsTheSphereInACircle) {
-  RandomGeometry random(142);
-  for (int repeat = 0; repeat < 3000; ++repeat) {
+  randomRounds<RandomGeometry>(142, 3000, [&](RandomGeometry& random) {
     const Double3 p = random.point(3), n = random.direction(), c = random.point(3);
     const float r = random.number(0.3, 4);
     const double height = std::fabs(dot(c - p, n));
     if (std::fabs(height - r) < 0.01) {
-      continue;
+      return;
     }
     float centre[3], radius;
     ASSERT_EQ(slIntersectPlaneSphereM(narrow(p), narrow(n), narrow(c), r, centre, &radius),
@@ -79,12 +78,11 @@ TEST(SphereIntersection, planeCutsTheSphereInACircle) {
       EXPECT_LT(norm(cross(widen(centre) - c, n)), 1e-5);
       EXPECT_NEAR(std::hypot(radius, apart(centre, c)), r, 1e-4);
     }
-  }
+  });
 }
 
 TEST(SphereIntersection, planeCutsTheConeBelowItsApex) {
-  RandomGeometry random(143);
-  for (int repeat = 0; repeat < 2000; ++repeat) {
+  randomRounds<RandomGeometry>(143, 2000, [&](RandomGeometry& random) {
     const Double3 apex = random.point(3), axis = random.direction();
     const float height = random.number(0.01, 4), halfAngle = random.number(0.05, 1.4);
     const Double3 foot = apex - height * axis, aside = perpendicularTo(axis);
@@ -97,7 +95,7 @@ TEST(SphereIntersection, planeCutsTheConeBelowItsApex) {
     EXPECT_NEAR(dot(unit(toRim), axis), -std::cos(halfAngle), 2e-4);
     const Float3 below = narrow(foot - height * axis);
     EXPECT_EQ(slIntersectPlaneCone(p, fAxis, below, fAxis, halfAngle, centre, &radius), 0);
-  }
+  });
 }
 
 TEST(SphereIntersection, planeThatTouchesASphereOrAnApexMeetsItInAPoint) {
@@ -177,8 +175,7 @@ TEST(SolidContact, uprightSideDoesNotLimitTheBall) {
 }
 
 TEST(LinearSystems, threeUnknownsAreRecovered) {
-  RandomGeometry random(145);
-  for (int repeat = 0; repeat < 3000; ++repeat) {
+  randomRounds<RandomGeometry>(145, 3000, [&](RandomGeometry& random) {
     const Double3 rows[3]{random.point(3), random.point(3), random.point(3)};
     const Double3 expected = random.point(5);
     const Double3 b{dot(rows[0], expected), dot(rows[1], expected), dot(rows[2], expected)};
@@ -190,7 +187,7 @@ TEST(LinearSystems, threeUnknownsAreRecovered) {
     if (slSolveEquationGroup3(a, b.data(), x.data()) == 1) {
       EXPECT_LT(norm(x - expected), 1e-8);
     }
-  }
+  });
   double diagonal[9]{1, 0, 0, 0, 1, 0, 0, 0, kTolerance}, b[3]{1, 2, 3}, x[3]{8, 8, 8};
   EXPECT_EQ(slSolveEquationGroup3(diagonal, b, x), 0);
   EXPECT_EQ(x[0], 8.0);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "geometry/random_geometry.h"
+#include "support/random_rounds.h"
 #include "zel/containers/point3d_arr.h"
 
 namespace {
@@ -39,8 +40,7 @@ double squaredErrors(const std::vector<Double3>& points, double x, double y, dou
 }
 
 TEST(Tubes, noisyCylinderIsRecoveredByLeastSquares) {
-  RandomGeometry random(171);
-  for (int repeat = 0; repeat < 200; ++repeat) {
+  randomRounds<RandomGeometry>(171, 200, [&](RandomGeometry& random) {
     const Double3 axis = random.flatPoint(100);
     const double r = random.number(0.5, 20), noise = 0.01 * r, sweep = random.number(2, 6.28);
     std::vector<Double3> points;
@@ -61,7 +61,7 @@ TEST(Tubes, noisyCylinderIsRecoveredByLeastSquares) {
       EXPECT_LT(least, squaredErrors(points, x, y, best + side));
       EXPECT_LT(least, squaredErrors(points, x + side, y + side, best + side));
     }
-  }
+  });
 }
 
 TEST(Tubes, shortNoisyArcIsNotPulledInward) {

@@ -9,6 +9,7 @@
 
 #include "geometry/random_geometry.h"
 #include "support/bits.h"
+#include "support/random_rounds.h"
 #include "zel/core/constants.h"
 #include "zel/geometry/determinants.h"
 #include "zel/geometry/lengths.h"
@@ -76,8 +77,7 @@ TEST(Normalizing, lengthIsReportedEvenWithoutADirection) {
 }
 
 TEST(Normalizing, randomVectorsKeepTheirDirection) {
-  RandomGeometry random(42);
-  for (int i = 0; i < 5000; ++i) {
+  randomRounds<RandomGeometry>(42, 5000, [&](RandomGeometry& random) {
     const Double3 d = std::numbers::pi * random.point(300);  // no floats
     const long double length = std::hypot(static_cast<long double>(d[0]), d[1], d[2]);
     Float3 f = narrow(d);
@@ -87,7 +87,7 @@ TEST(Normalizing, randomVectorsKeepTheirDirection) {
       EXPECT_NEAR(f[k], static_cast<double>(d[k] / length), 2e-7);
       EXPECT_NEAR(e[k], static_cast<double>(d[k] / length), 1e-15);
     }
-  }
+  });
 }
 
 TEST(Vectors, edgesLeaveTheMiddleVertex) {
@@ -98,14 +98,13 @@ TEST(Vectors, edgesLeaveTheMiddleVertex) {
 }
 
 TEST(Vectors, perpendicularsFormARightHandedFrame) {
-  RandomGeometry random(43);
-  for (std::size_t i = 0; i < 3000; ++i) {
+  randomRounds<RandomGeometry>(43, 3000, [&](RandomGeometry& random, int i) {
     Float3 v = narrow(random.point(1)), u, w;
     v[i % 4 % 3] *= i % 4 == 3 ? 1.0F : 1e-5F;
     slNormalize(v);
     slOthPlane(v, u, w);
     EXPECT_NEAR(dot(widen(u), cross(widen(w), widen(v))), 1.0, 3e-4) << testing::PrintToString(v);
-  }
+  });
 }
 
 TEST(Vectors, perpendicularOfAnAxisTriesXFirst) {
@@ -151,8 +150,7 @@ TEST(Vectors, angleLeavesTheDotProductWhenThereIsNone) {
 }
 
 TEST(Vectors, signedAngleFollowsAnyReference) {
-  RandomGeometry random(46);
-  for (int i = 0; i < 3000; ++i) {
+  randomRounds<RandomGeometry>(46, 3000, [&](RandomGeometry& random, int i) {
     const double side = i % 2 == 0 ? 1.0 : -1.0;
     const Double3 a = std::numbers::pi * random.point(3), b = random.point(9);
     const Double3 ref = side * cross(a, b);
@@ -161,7 +159,7 @@ TEST(Vectors, signedAngleFollowsAnyReference) {
       EXPECT_NEAR(slCalAngleTwoVects(a.data(), b.data(), ref.data()), side * angle, 1e-12);
       EXPECT_NEAR(slCalAngleTwoVects(narrow(a), narrow(b), narrow(ref)), side * angle, 3e-5);
     }
-  }
+  });
 }
 
 TEST(Vectors, directionInDegreesDividesByTheSquaredLength) {

@@ -75,6 +75,23 @@ def read_equivalents():
     return equivalents
 
 
+def compiled_lines(path, text):
+    """The lines of a source that the preprocessor lets through on this system."""
+    if not re.search(r"^\s*#\s*(if|else|elif)", text, re.M):
+        return range(1, text.count("\n") + 2)
+    done = subprocess.run([os.environ.get("CXX", "c++"), "-std=c++20", "-E", "-x", "c++", "-I", TREE,
+                           path], capture_output=True, text=True, check=True)
+    lines, here, line = set(), False, 0
+    for row in done.stdout.splitlines():
+        marker = re.match(r'# (\d+) "([^"]*)"', row)
+        if marker:
+            line, here = int(marker.group(1)), marker.group(2) == str(path)
+        else:
+            lines |= {line} if here and row.strip() else set()
+            line += 1
+    return lines
+
+
 class Programs:
     """The test programs of a folder, built in `out`."""
 
@@ -150,7 +167,10 @@ class Folder:
             if path.suffix in (".cpp", ".h") and not any(o in name for o in OTHER_SYSTEMS) and (
                     not files or any(part in name for part in files)):
                 self.sources[name] = path.read_text()
-        found = [f for name, text in self.sources.items() for f in fault_sites.faults_of(name, text)]
+        found = []
+        for name, text in self.sources.items():
+            lines = compiled_lines(TREE / name, text)
+            found += [f for f in fault_sites.faults_of(name, text) if f.line in lines]
         self.faults = sorted(found, key=lambda fault: fault.rank(seed))
 
     def write(self, numbered, plain=None):

@@ -29,9 +29,9 @@ struct SlotMaps {
 
 /// What compact() did.
 struct CompactReport {
-  SlotMaps nodes;
-  SlotMaps triangles;
-  SlotMaps quads;
+  SlotMaps nodes;         ///< of the node list
+  SlotMaps triangles;     ///< of the triangle list
+  SlotMaps quads;         ///< of the quad list
   int danglingFaces = 0;  ///< live faces that were dropped because a corner was no live node
 };
 

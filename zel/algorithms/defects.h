@@ -26,9 +26,9 @@ struct DefectLists {
   /// The two nodes of an edge, in the direction in which the first face runs along it.
   using Edge = std::array<int, 2>;
 
-  std::vector<Edge> openEdges;
-  std::vector<Edge> crowdedEdges;
-  std::vector<Edge> mixedEdges;
+  std::vector<Edge> openEdges;               ///< with one face
+  std::vector<Edge> crowdedEdges;            ///< with more than two faces
+  std::vector<Edge> mixedEdges;              ///< that two faces run along the same way
   std::vector<int> bowTieNodes;              ///< ascending
   std::vector<FaceRef> duplicateFaces;       ///< without the first ones; triangles first, by slot
   std::vector<FaceRef> degenerateFaces;      ///< triangles first, by slot

@@ -12,7 +12,7 @@ struct Mesh;
 
 /// A distance, either in the unit of the mesh or as a fraction of the mesh's size.
 struct Tolerance {
-  double value = 0.0;
+  double value = 0.0;       ///< 0 or more
   bool isRelative = false;  ///< whether `value` is a fraction of the diagonal of the bounds
 };
 

@@ -14,5 +14,6 @@
 #else
 /// Exported from the shared library.
 #define ZEL_API __attribute__((visibility("default")))
+/// The same for what is defined in a header; empty where an import may not be defined.
 #define ZEL_API_INLINE ZEL_API
 #endif

@@ -17,9 +17,10 @@ struct Mesh;
 
 /// A face of a mesh: a slot of the triangle list or of the quad list.
 struct FaceRef {
-  int slot;
+  int slot;     ///< in its list
   int corners;  ///< 3: of the triangles; 4: of the quads
 
+  /// Whether both name the same face.
   friend bool operator==(const FaceRef&, const FaceRef&) = default;
 };
 
