@@ -26,7 +26,7 @@ struct CompareOptions {
 
 /// How many elements of one kind differ.
 struct Mismatch {
-  int count = 0;
+  int count = 0;   ///< of those that differ
   int first = -1;  ///< number of the first among the live elements, from 0; -1: none differs
 };
 
@@ -37,9 +37,9 @@ struct MeshDifference {
   std::array<int, 2> triangles{};  ///< as nodes
   std::array<int, 2> quads{};      ///< as nodes
   // When the numbers agree:
-  Mismatch points;
-  Mismatch triangleCorners;
-  Mismatch quadCorners;
+  Mismatch points;           ///< by node
+  Mismatch triangleCorners;  ///< by triangle
+  Mismatch quadCorners;      ///< by quad
   Mismatch nodeNormals;      ///< when both meshes have some
   Mismatch triangleNormals;  ///< where both faces were given one
   Mismatch quadNormals;      ///< as triangleNormals

@@ -21,15 +21,15 @@ namespace zel {
 
 /// Three axes through the mean of a point set, by falling spread.
 struct PrincipalAxes {
-  Double3 mean;
+  Double3 mean;                     ///< of the points
   std::array<Double3, 3> axes;      ///< unit vectors, right-handed
   std::array<double, 3> variances;  ///< mean square distance from `mean` along each axis
 };
 
 /// A fitted plane: normal . X + d = 0.
 struct FittedPlane {
-  Double3 normal;  ///< unit
-  double d;
+  Double3 normal;     ///< unit
+  double d;           ///< constant of the equation
   double shapeError;  ///< of the distances from the plane
 };
 
@@ -43,9 +43,9 @@ struct FittedLine {
 
 /// A fitted circle.
 struct FittedCircle {
-  Double3 centre;
-  Double3 normal;  ///< unit, of its plane
-  double radius;
+  Double3 centre;     ///< lies in its plane
+  Double3 normal;     ///< unit, of its plane
+  double radius;      ///< in the unit of the points
   double shapeError;  ///< of (distance from the centre) - radius
 };
 

@@ -12,11 +12,11 @@ namespace zel {
 
 /// A mesh file format and what its files hold.
 struct FileFormat {
-  std::string_view name;         ///< lower case, also the usual extension: "obj"
-  std::string_view extensions;   ///< all that name it, parted by blanks: "ply"
-  std::string_view description;  ///< one line
-  bool isRead = false;
-  bool isWritten = false;
+  std::string_view name;           ///< lower case, also the usual extension: "obj"
+  std::string_view extensions;     ///< all that name it, parted by blanks: "ply"
+  std::string_view description;    ///< one line
+  bool isRead = false;             ///< readMesh() takes it
+  bool isWritten = false;          ///< writeMesh() takes it
   bool hasTextForm = false;        ///< WriteOptions::ascii chooses between text and binary
   bool keepsSharedNodes = false;   ///< faces name nodes; else each face brings its own points
   bool keepsQuads = false;         ///< else they are split into triangles

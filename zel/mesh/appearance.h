@@ -39,8 +39,9 @@ struct Appearance {
   std::vector<Colour> nodeColours;     ///< per node slot
   std::vector<int> triangleMaterials;  ///< per triangle slot: place in `materials`, or kNoMaterial
   std::vector<int> quadMaterials;      ///< per quad slot, likewise
-  std::vector<Material> materials;
+  std::vector<Material> materials;     ///< what the faces name by its place
 
+  /// @return whether nothing is known of any node or face.
   [[nodiscard]] bool empty() const {
     return nodeColours.empty() && triangleMaterials.empty() && quadMaterials.empty();
   }
@@ -54,24 +55,26 @@ struct Appearance {
     const auto place = static_cast<std::size_t>(face);
     return face >= 0 && place < list.size() ? list[place] : kNoMaterial;
   }
-  /// Gives a node a colour. The other two give a face a material.
+  /// Gives a node a colour; the list grows to it.
   ZEL_API void setColour(int node, Colour colour);
+  /// Gives a triangle a material, by its place in `materials`; the list grows to it.
   ZEL_API void setTriangleMaterial(int triangle, int material);
+  /// Gives a quad a material, by its place in `materials`; the list grows to it.
   ZEL_API void setQuadMaterial(int quad, int material);
 
-  /// @name After slots have moved
-  /// @param newSlotOf per old slot its new one, or a negative number where it is gone. Of several
-  ///        old nodes that became one, the lowest gives its colour.
-  /// @{
+  // --- after slots have moved ---
+  /// Moves the colours with their nodes; of several that became one, the lowest gives its colour.
+  /// @param newSlotOf per old slot its new one, or a negative number where it is gone.
   ZEL_API void followNodes(std::span<const int> newSlotOf);
+  /// Moves the materials with their triangles. @param newSlotOf as followNodes().
   ZEL_API void followTriangles(std::span<const int> newSlotOf);
+  /// Moves the materials with their quads. @param newSlotOf as followNodes().
   ZEL_API void followQuads(std::span<const int> newSlotOf);
   /// For faces that may have changed from quads to triangles.
   /// @param triangleOrigins per new triangle slot the face that it was. @param quadOrigins per new
   ///        quad slot its old one.
   ZEL_API void followFaces(std::span<const FaceRef> triangleOrigins,
                            std::span<const int> quadOrigins);
-  /// @}
 };
 
 }  // namespace zel
