@@ -4,6 +4,7 @@
 
 #include "zel/core/detail/file_name.h"
 #include "zel/core/detail/platform_stream.h"
+#include "zel/core/detail/refused_memory.h"
 
 namespace zel {
 namespace {
@@ -43,7 +44,8 @@ HeapBlock<unsigned char> heapBytes(std::int64_t count) {
 }
 
 bool BmpReader::open(const char* path) {
-  file_.reset(path == nullptr ? nullptr : std::fopen(presentFileName(path).c_str(), "rb"));
+  const auto openFile = [path] { return std::fopen(presentFileName(path).c_str(), "rb"); };
+  file_.reset(path == nullptr ? nullptr : answerOr<std::FILE*>(nullptr, openFile));
   if (file_ == nullptr) {
     return false;
   }
