@@ -2,6 +2,7 @@
 
 #include "tests/cli/program_fixture.h"
 #include "tests/cli/sample_meshes.h"
+#include "tests/image/bmp_bytes.h"
 #include "tests/support/png_reading.h"
 
 namespace zel::test {
@@ -40,6 +41,35 @@ TEST_F(Render, writesToStandardOutputAndNothingElseThere) {
   EXPECT_EQ(picture.width, 40U);
   EXPECT_EQ(pixelOf(picture, 0, 0)[3], 0);
   EXPECT_EQ(pixelOf(picture, 20, 15)[3], 255);
+}
+
+// A picture that is missing leaves the material's colour, and is told.
+TEST_F(Render, paintsWithTheMaterialsOfTheFile) {
+  write("a.obj",
+        "mtllib a.mtl\nv 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nvt 0.5 0.5\nusemtl paint\n"
+        "f 1/1 2/1 3/1\nf 1/1 3/1 4/1\n");
+  write("a.mtl", "newmtl paint\nKd 0 1 0\nmap_Kd skin.bmp\n");
+  const Arguments line = {"render", "a.obj", "-o", "a.png", "--view", "front", "--size", "60x60"};
+  const ProgramRun without = run(line);
+  ASSERT_EQ(without.exitCode, 0) << without.err;
+  EXPECT_NE(without.err.find("skin.bmp"), std::string::npos) << without.err;
+  const auto green = pixelOf(readPng(content("a.png")), 30, 30);
+  EXPECT_GT(green[1], 2 * green[0]);
+  const BmpParts bmp{.width = 1, .height = 1, .pixels = std::string("\0\0\xFF\0", 4)};
+  write("skin.bmp", bmp.bytes());
+  EXPECT_EQ(run(line).err, "");
+  const auto red = pixelOf(readPng(content("a.png")), 30, 30);
+  EXPECT_GT(red[0], 2 * red[1]);
+}
+
+TEST_F(Render, writesWebpAndTurntablesByName) {
+  write("a.obj", tetrahedronObj());
+  EXPECT_EQ(exitCode({"render", "a.obj", "-o", "a.webp", "--size", "40x30", "--sheet"}), 0);
+  EXPECT_EQ(content("a.webp").substr(8, 4), "WEBP");
+  EXPECT_EQ(exitCode({"render", "a.obj", "-o", "b.webp", "--size", "40x30", "--turntable", "3"}),
+            0);
+  EXPECT_NE(content("b.webp").find("ANMF"), std::string::npos);
+  EXPECT_EQ(exitCode({"render", "a.obj", "-o", "b.png", "--turntable", "3"}), 2);
 }
 
 TEST_F(Render, neverReplacesWhatItDrawsFrom) {

@@ -8,9 +8,8 @@
 #include <numbers>
 
 #include "blob.h"
-#include "image/bmp_bytes.h"
 #include "scene_shapes.h"
-#include "support/temp_dir.h"
+#include "tools/view/pictures/scene_looks.h"
 
 namespace {
 
@@ -240,16 +239,93 @@ TEST(Render, outlineOfAClosedMeshShowsNothingOfItsInside) {
   }
 }
 
-TEST(Render, textureComesFromABitmapFile) {
-  const zel::test::TempDir dir;
-  EXPECT_TRUE(zel::view::loadTexture(dir.file("none.bmp")).isEmpty());
-  zel::test::writeFile(dir.file("bad.bmp"), "BMxx");
-  EXPECT_TRUE(zel::view::loadTexture(dir.file("bad.bmp")).isEmpty());
-  const zel::test::BmpParts good{
-      .width = 1, .height = 2, .pixels = std::string("\x03\x02\x01\0\x06\x05\x04\0", 8)};
-  zel::test::writeFile(dir.file("good.bmp"), good.bytes());
-  const zel::view::TextureImage image = zel::view::loadTexture(dir.file("good.bmp"));
-  EXPECT_EQ(image.rgba, (std::vector<std::uint8_t>{1, 2, 3, 255, 4, 5, 6, 255}));
+TEST(Render, materialsPicturesAndNodeColoursAreThoseOfTheMesh) {
+  zel::Mesh mesh;
+  mesh.nodes = zel::test::nodesAt({{0, 0, 0}, {4, 0, 0}, {4, 3, 0}, {0, 3, 0}});
+  mesh.addTriangle({0, 1, 2});
+  mesh.addTriangle({0, 2, 3});
+  for (int corner = 0; corner < 6; ++corner) {
+    zel::setTextureCoord(mesh.triangleTexture, corner, {0.5F, 0.5F});
+  }
+  zel::Appearance looks;
+  looks.materials = {
+      {.name = "green", .diffuse = {0, 255, 0, 255}, .texture = "", .textureBytes = {}},
+      {.name = "painted", .texture = "red.png", .textureBytes = {}}};
+  looks.setTriangleMaterial(0, 0);
+  looks.setTriangleMaterial(1, 1);
+  std::vector<std::string> asked;
+  const auto load = [&asked](const zel::Material& material) {
+    asked.push_back(material.texture);
+    return zel::view::TextureImage{1, 1, {255, 0, 0, 255}};
+  };
+  const auto draw = [&](const zel::Appearance& worn) {
+    SceneMesh scene(mesh);
+    giveLooks(scene, worn, load);
+    DrawOptions options = onBlue();
+    options.textured = true;
+    zel::view::Camera camera;
+    camera.frame(scene.shownPoints(), kSize);
+    return renderPicture(scene, {}, camera, options, kSize);
+  };
+  const Picture painted = draw(looks);
+  EXPECT_EQ(asked, std::vector<std::string>{"red.png"});
+  EXPECT_GT(painted.at(85, 65).green, 3 * painted.at(85, 65).red);
+  EXPECT_GT(painted.at(35, 25).red, 3 * painted.at(35, 25).green);
+  zel::Appearance colours;
+  for (int node = 0; node < 4; ++node) {
+    colours.setColour(node, node < 2 ? zel::Colour{255, 0, 0, 255} : zel::Colour{0, 255, 0, 255});
+  }
+  mesh.triangleTexture = Point2DArr();
+  const Picture blended = draw(colours);
+  EXPECT_GT(blended.at(60, 78).red, 2 * blended.at(60, 78).green);
+  EXPECT_GT(blended.at(60, 12).green, 2 * blended.at(60, 12).red);
+}
+
+TEST(Render, sheetShowsSixSidesAtOneScale) {
+  Shape flat = makeCube();
+  for (int slot = 0; slot < 8; ++slot) {
+    const auto [x, y, z] = flat.point(slot);
+    flat.nodes.SetItemM(zel::test::nodeAt({x, y / 4, z / 2}), slot);
+  }
+  const SceneMesh scene(flat.nodes, flat.triangles, flat.quads, flat.textureCoords);
+  constexpr zel::view::ViewSize kSheet{301, 200};
+  const Picture sheet = renderSheet(scene, {}, zel::view::UpAxis::kY, onBlue(), kSheet);
+  ASSERT_EQ(sheet.width, kSheet.width);
+  EXPECT_EQ(sheet.at(300, 199).alpha, 255);
+  // Front 2 x 0.5, right 1 x 0.5, above 2 x 1, the lower row alike: areas in one unit.
+  const auto areaAt = [&sheet](int column, int row) {
+    const Colour ground = sheet.at(column * 101 + 50, row * 100 + 96);
+    int count = 0;
+    for (int y = row * 100 + 30; y < row * 100 + 100; ++y) {
+      for (int x = column * 101; x < std::min(column * 101 + 101, 301); ++x) {
+        count += near(sheet.at(x, y), ground) ? 0 : 1;
+      }
+    }
+    return static_cast<double>(count);
+  };
+  for (const int row : {0, 1}) {
+    EXPECT_NEAR(areaAt(1, row) / areaAt(0, row), 0.5, 0.06);
+    EXPECT_NEAR(areaAt(2, row) / areaAt(0, row), 2, 0.2);
+  }
+}
+
+TEST(Render, turntableKeepsTheSceneInSight) {
+  const Shape shape = makeCube();
+  const SceneMesh scene(shape.nodes, shape.triangles, shape.quads, shape.textureCoords);
+  for (const auto up : {zel::view::UpAxis::kY, zel::view::UpAxis::kZ}) {
+    zel::view::Camera camera(up);
+    camera.setAngles(10, 25);
+    camera = turntableCamera(scene, camera, kSize);
+    zel::view::Renderer renderer(scene, {}, onBlue(), up, kSize);
+    for (const double yaw : {0.0, 45.0, 200.0}) {
+      camera.setAngles(yaw, 25);
+      const Picture picture = renderer.draw(camera);
+      EXPECT_GT(blobOf(picture, isCovered).count, kSize.width * kSize.height / 6);
+      for (int x = 0; x < kSize.width; ++x) {
+        EXPECT_TRUE(near(picture.at(x, 1), kBlue) && near(picture.at(x, kSize.height - 2), kBlue));
+      }
+    }
+  }
 }
 
 TEST(Render, emptySceneAndPointsGiveAPicture) {

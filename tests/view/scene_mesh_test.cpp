@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
 
 #include "scene_shapes.h"
 #include "tools/view/pictures/scene_lines.h"
@@ -46,6 +47,26 @@ TEST(SceneMesh, leavesOutWhatCannotBeDrawn) {
   EXPECT_EQ(scene.nodeCount, 8);
   EXPECT_EQ(scene.triangleCount, 4);
   EXPECT_EQ(scene.quadCount, 5);
+}
+
+TEST(SceneMesh, defectsAreMarkedClassByClass) {
+  zel::Mesh mesh;
+  mesh.nodes = zel::test::nodesAt({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {5, 5, 5}});
+  mesh.addTriangle({0, 2, 3});
+  mesh.addTriangle({3, 0, 2});  // the same again
+  mesh.addQuad({0, 1, 2, 2});   // two equal corners
+  mesh.addTriangle({0, 1, 1});
+  const SceneMesh scene(mesh);
+  std::map<std::string, zel::view::DefectMarks> marks;
+  for (const auto& found : defectMarksOf(mesh, scene)) {
+    marks[found.name] = found;
+  }
+  EXPECT_EQ(marks.at("duplicate faces").faces, std::vector<std::uint32_t>{1});
+  EXPECT_EQ(marks.at("degenerate faces").count, 2);
+  EXPECT_EQ(marks.at("degenerate faces").faces, (std::vector<std::uint32_t>{2, 3, 4}));
+  EXPECT_EQ(marks.at("unused nodes").count, 1);
+  EXPECT_TRUE(marks.at("unused nodes").nodes.empty());  // it has no place beside the faces
+  EXPECT_EQ(marks.count("crowded edges"), 0U);
 }
 
 TEST(SceneMesh, emptyMeshAndLonePointsAreScenes) {

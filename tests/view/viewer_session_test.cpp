@@ -46,6 +46,7 @@ class ViewerSession : public testing::Test {
     }
     opened.scene = std::make_unique<zel::view::SceneMesh>(shape.nodes, shape.triangles, shape.quads,
                                                           shape.textureCoords);
+    opened.scene->defects = {{"open edges", {213, 94, 0, 255}, 1, {{2, 3}}, {2}, {}}};
     opened.title = name + " - 8 nodes";
     return opened;
   }

@@ -33,6 +33,7 @@ constexpr std::array kBindings{
     Binding{Action::kToggleEdges, Input::kKey, {SDLK_e}, false, "E", "Edges on or off"},
     Binding{Action::kToggleFeatures, Input::kKey, {SDLK_a}, false, "A", "Edges between faces at an angle on or off"},
     Binding{Action::kToggleBoundary, Input::kKey, {SDLK_b}, false, "B", "Boundary edges on or off"},
+    Binding{Action::kToggleDefects, Input::kKey, {SDLK_d}, false, "D", "Defects in colour on or off"},
     Binding{Action::kToggleNormals, Input::kKey, {SDLK_n}, false, "N", "Normals on or off"},
     Binding{Action::kNextColouring, Input::kKey, {SDLK_c}, false, "C", "Colours for edge length, face area, texture stretch"},
     Binding{Action::kToggleTexture, Input::kKey, {SDLK_t}, false, "T", "Texture on or off"},

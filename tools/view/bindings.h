@@ -31,6 +31,7 @@ enum class Action {
   kToggleEdges,
   kToggleFeatures,
   kToggleBoundary,
+  kToggleDefects,
   kToggleNormals,
   kNextColouring,
   kToggleTexture,

@@ -33,6 +33,7 @@ constexpr std::pair<Action, bool DrawOptions::*> kToggles[] = {
     {Action::kToggleEdges, &DrawOptions::edges},
     {Action::kToggleFeatures, &DrawOptions::features},
     {Action::kToggleBoundary, &DrawOptions::boundary},
+    {Action::kToggleDefects, &DrawOptions::defects},
     {Action::kToggleNormals, &DrawOptions::normals},
     {Action::kToggleTexture, &DrawOptions::textured},
     {Action::kToggleSmooth, &DrawOptions::smooth},

@@ -41,6 +41,9 @@ void Viewer::show(OpenedScene opened) {
   }
   takeScene(std::move(opened.scene), opened.up);
   controller_.setScene(scene_->shownPoints(), opened.up);
+  if (!scene_->textures.empty() && !controller_.options().textured) {
+    controller_.perform(Action::kToggleTexture);
+  }
   SDL_SetWindowTitle(window_.handle(), opened.title.c_str());
   describe(controller_.options().boundary ? Action::kToggleBoundary : Action::kFrameAll);
 }

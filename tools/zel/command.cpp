@@ -8,16 +8,11 @@
 
 namespace zel::program {
 
-ExitCode guarded(const std::string& file, const Console& console,
-                 const std::function<ExitCode()>& work) {
-  const auto answer = [&console](const Failure& failure) {
-    console.complain(failure);
-    return failure.code();
-  };
+Failure caughtFailure(const std::string& file) {
   try {
-    return work();
+    throw;
   } catch (const Failure& failure) {
-    return answer(failure);
+    return failure;
   } catch (const Error& error) {
     std::string named = error.file();
     named = named.empty() ? file : named;
@@ -26,14 +21,27 @@ ExitCode guarded(const std::string& file, const Console& console,
     } else if (error.place().byte >= 0) {
       named += ": byte " + std::to_string(error.place().byte);
     }
-    return answer(
-        Failure(static_cast<ExitCode>(error.code()), named, error.action(), error.reason()));
+    return {static_cast<ExitCode>(error.code()), named, error.action(), error.reason()};
   } catch (const std::bad_alloc&) {
-    return answer(exhausted(file, "out of memory"));
+    return exhausted(file, "out of memory");
   } catch (const std::length_error&) {
-    return answer(exhausted(file, "out of memory"));
+    return exhausted(file, "out of memory");
   } catch (const std::exception& error) {
-    return answer(unreadable(file, error.what()));
+    return unreadable(file, error.what());
+  }
+}
+
+ExitCode guarded(const std::string& file, const Console& console,
+                 const std::function<ExitCode()>& work) {
+  try {
+    return work();
+  } catch (const std::exception&) {
+    const Failure failure = caughtFailure(file);
+    console.complain(failure);
+    return failure.code();
+  } catch (const Failure& failure) {
+    console.complain(failure);
+    return failure.code();
   }
 }
 

@@ -11,6 +11,8 @@
 
 namespace zel::program {
 
+class Failure;
+
 /// One subcommand. Its options are its members; declare() ties them to the command line, run()
 /// is called when the person chose it.
 ///
@@ -33,6 +35,10 @@ class Command {
 /// @return the worst answer of all.
 ExitCode forEachFile(const std::vector<std::string>& files, const Console& console,
                      const std::function<ExitCode(const std::string&)>& work);
+
+/// The failure that stands for the exception that is being handled. To be called where one is.
+/// @param file what to name when the exception names none.
+[[nodiscard]] Failure caughtFailure(const std::string& file);
 
 /// Runs `work` and turns what it throws into one error line and an exit code.
 ExitCode guarded(const std::string& file, const Console& console,

@@ -32,7 +32,8 @@ Mesh readOwn(const std::string& file, const ReadOptions& options, Remarks& remar
 
 }  // namespace
 
-Mesh readMesh(const std::string& file, const std::string& format, const Console& console) {
+Mesh readMesh(const std::string& file, const std::string& format, const Console& console,
+              Appearance* looks) {
   const std::string name = file == "-" ? kStandardInput : file;
   const KnownFormat* const known = inputFormat(file, format);
   Remarks remarks;
@@ -42,6 +43,7 @@ Mesh readMesh(const std::string& file, const std::string& format, const Console&
   } else {
     JobProgress progress(console, "reading " + name);
     ReadOptions options{.progress = progress.told()};
+    options.appearance = looks;
     options.format = known == nullptr ? "" : known->name;
     mesh = readOwn(file, options, remarks);
   }

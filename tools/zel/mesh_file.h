@@ -6,15 +6,18 @@
 #include "tools/zel/console.h"
 #include "tools/zel/mesh_nodes.h"
 #include "zel/io/output_file.h"
+#include "zel/mesh/appearance.h"
 
 namespace zel::program {
 
 /// Reads a mesh of any known format.
 /// @param file a file name or "-". @param format the value of --from; empty: by the extension, else
 ///        by the content.
+/// @param looks receives colours and materials where the file has some and the library reads it;
+///        may be null.
 /// @throws Failure or Error.
 [[nodiscard]] Mesh readMesh(const std::string& file, const std::string& format,
-                            const Console& console);
+                            const Console& console, Appearance* looks = nullptr);
 
 /// Writes a mesh whole or not at all.
 /// @param file a file name or "-". @param format the value of --to; empty: by the extension.

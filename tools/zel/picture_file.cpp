@@ -1,5 +1,8 @@
 #include "tools/zel/picture_file.h"
 
+#include <filesystem>
+
+#include "tools/view/pictures/animation.h"
 #include "tools/view/pictures/render.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/view_options.h"
@@ -15,10 +18,23 @@ constexpr double kDemoPitch = 44;
 
 }  // namespace
 
-void writePicture(const view::Picture& picture, const std::string& file) {
+bool isWebp(const std::string& file) {
+  const std::string extension = std::filesystem::path(file).extension().string();
+  return extension == ".webp" || extension == ".WEBP";
+}
+
+std::string pictureBytes(const view::Picture& picture, const std::string& file) {
+  return isWebp(file) ? view::webpBytes(picture) : view::pngBytes(picture);
+}
+
+void writeBytes(const std::string& bytes, const std::string& file) {
   const std::unique_ptr<OutputFile> output = outputNamed(file);
-  output->write(view::pngBytes(picture));
+  output->write(bytes);
   output->commit();
+}
+
+void writePicture(const view::Picture& picture, const std::string& file) {
+  writeBytes(pictureBytes(picture, file), file);
 }
 
 view::Picture demoPicture(const Mesh& mesh) {

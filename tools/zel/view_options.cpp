@@ -1,10 +1,15 @@
 #include "tools/zel/view_options.h"
 
+#include <algorithm>
 #include <charconv>
+#include <filesystem>
 #include <optional>
 
+#include "tools/view/pictures/image_file.h"
+#include "tools/view/pictures/scene_looks.h"
 #include "tools/zel/failure.h"
 #include "tools/zel/input_file.h"
+#include "tools/zel/mesh_file.h"
 
 namespace zel::program {
 
@@ -38,6 +43,22 @@ std::string checkColour(const std::string& text) {
              : "'" + text + "' is neither #rrggbb nor a colour's name";
 }
 
+// A picture that a mesh file holds or names, relative to the file's own folder.
+view::TextureImage readTexture(const Material& material, const std::string& meshFile) {
+  if (!material.textureBytes.empty()) {
+    return view::decodeImage({reinterpret_cast<const char*>(material.textureBytes.data()),
+                              material.textureBytes.size()});
+  }
+  std::string name = material.texture;
+  std::replace(name.begin(), name.end(), '\\', '/');
+  const std::filesystem::path path = std::filesystem::path(meshFile).parent_path() / name;
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(path, error)) {
+    throw view::ImageError("there is no such file");
+  }
+  return view::readImage(path.string());
+}
+
 }  // namespace
 
 void ViewOptions::declare(Options& options) {
@@ -48,13 +69,14 @@ void ViewOptions::declare(Options& options) {
   options.value("--feature-angle", "DEGREES", featureAngle_, "That angle, from 0 to 180")
       .within(0, 180);
   options.flag("--boundary", boundary_, "Draw the edges of exactly one face in colour");
+  options.flag("--defects", defects_, "Draw each class of defects in a colour of its own");
   options.flag("--normals", normals_, "Draw the normals");
   options.flag("--axes", axes_, "Draw a cross of the axes");
   options.flag("--grid", grid_, "Draw a grid on the ground");
   options.value("--colour", "WHAT", colouring_, "Colours that tell this")
       .oneOf({"edge-length", "face-area", "texture-stretch"});
   options.value("--texture", "FILE", textureFile_,
-                "Lay this BMP picture over the texture coordinates");
+                "Lay this PNG, JPEG or BMP picture over the texture coordinates");
   options.flag("--checker", checker_, "Lay a checker pattern over the texture coordinates");
   options.value("--up", "AXIS", up_, "Axis of the mesh that points up")
       .oneOf({"y", "z"})
@@ -70,11 +92,11 @@ view::TextureImage ViewOptions::texture() const {
     return {};
   }
   const InputFile input(textureFile_);
-  view::TextureImage image = view::loadTexture(input.path());
-  if (image.isEmpty()) {
-    throw unreadable(textureFile_, "not an uncompressed BMP picture");
+  try {
+    return view::readImage(input.path());
+  } catch (const view::ImageError& error) {
+    throw unreadable(textureFile_, error.what());
   }
-  return image;
 }
 
 view::UpAxis ViewOptions::upAxis(const std::string& format) const {
@@ -91,6 +113,7 @@ view::DrawOptions ViewOptions::drawOptions() const {
   options.boundary = boundary_;
   options.features = features_;
   options.featureAngle = featureAngle_;
+  options.defects = defects_;
   options.normals = normals_;
   options.axes = axes_;
   options.grid = grid_;
@@ -108,8 +131,26 @@ view::DrawOptions ViewOptions::drawOptions() const {
 }
 
 std::unique_ptr<view::SceneMesh> sceneOf(const Mesh& mesh) {
-  return std::make_unique<view::SceneMesh>(mesh.nodes, mesh.triangles, mesh.quads,
-                                           mesh.triangleTexture);
+  return std::make_unique<view::SceneMesh>(mesh);
+}
+
+std::unique_ptr<view::SceneMesh> readScene(const std::string& file, const std::string& format,
+                                           bool withDefects, const Console& console) {
+  Appearance looks;
+  const Mesh mesh = readMesh(file, format, console, &looks);
+  auto scene = sceneOf(mesh);
+  giveLooks(*scene, looks, [&](const Material& material) {
+    try {
+      return readTexture(material, file);
+    } catch (const view::ImageError& error) {
+      console.note(file + ": picture " + material.texture + " is left out: " + error.what());
+      return view::TextureImage();
+    }
+  });
+  if (withDefects) {
+    scene->defects = view::defectMarksOf(mesh, *scene);
+  }
+  return scene;
 }
 
 }  // namespace zel::program

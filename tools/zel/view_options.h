@@ -7,6 +7,7 @@
 #include "tools/view/pictures/draw_options.h"
 #include "tools/view/pictures/scene_mesh.h"
 #include "tools/view/pictures/texture.h"
+#include "tools/zel/console.h"
 #include "tools/zel/mesh_nodes.h"
 #include "tools/zel/options.h"
 
@@ -34,6 +35,7 @@ struct ViewOptions {
   bool boundary_ = false;
   bool normals_ = false;
   bool features_ = false;
+  bool defects_ = false;
   bool axes_ = false;
   bool grid_ = false;
   bool checker_ = false;
@@ -48,5 +50,13 @@ struct ViewOptions {
 
 /// Makes a mesh ready for drawing.
 [[nodiscard]] std::unique_ptr<view::SceneMesh> sceneOf(const Mesh& mesh);
+
+/// Reads a mesh file with its colours, materials and the pictures that these name, and makes it
+/// ready for drawing. A picture that cannot be had is told and left out.
+/// @param format as readMesh() takes it. @param withDefects whether they are to be found as well.
+/// @throws Failure or Error.
+[[nodiscard]] std::unique_ptr<view::SceneMesh> readScene(const std::string& file,
+                                                         const std::string& format,
+                                                         bool withDefects, const Console& console);
 
 }  // namespace zel::program

@@ -160,7 +160,7 @@ Ray Camera::rayThrough(double x, double y, ViewSize size) const {
 }
 
 bool Camera::isAbove(double level) const {
-  const std::size_t axis = up_ == UpAxis::kZ ? 2 : 1;
+  const std::size_t axis = axisOf(up_);
   const Vector eye = inScene(orthographic_ ? Vector{0, 0, 1} : Vector{shiftX_, shiftY_, distance_});
   return orthographic_ ? eye[axis] > 0 : eye[axis] + pivot_[axis] > level;
 }

@@ -1,12 +1,16 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <span>
 
 namespace zel::view {
 
 /// Which axis of the mesh points up on the screen.
 enum class UpAxis { kY, kZ };
+
+/// @return 1 or 2: the place of the axis among the coordinates.
+[[nodiscard]] constexpr std::size_t axisOf(UpAxis up) { return up == UpAxis::kZ ? 2 : 1; }
 
 /// A named direction to look from.
 enum class StandardView { kFront, kBack, kRight, kLeft, kTop, kBottom, kIsometric };
@@ -42,6 +46,9 @@ class Camera {
   [[nodiscard]] bool isOrthographic() const { return orthographic_; }
   [[nodiscard]] double yaw() const { return yaw_; }
   [[nodiscard]] double pitch() const { return pitch_; }
+  /// How far before the eye the middle of the view lies; in parallel, what the view's height shows
+  /// grows in step with it.
+  [[nodiscard]] double distance() const { return distance_; }
   [[nodiscard]] UpAxis up() const { return up_; }
   void setUp(UpAxis up) { up_ = up; }
 

@@ -22,6 +22,7 @@ struct DrawOptions {
   bool edges = false;
   bool features = false;  ///< edges at which faces meet at `featureAngle` or more
   bool boundary = false;  ///< edges of exactly one face, in colour
+  bool defects = false;   ///< each class in a colour of its own, where the scene has any
   bool normals = false;
   bool axes = false;  ///< a small cross that shows the directions of the axes
   bool grid = false;  ///< on the ground

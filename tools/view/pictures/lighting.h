@@ -43,7 +43,4 @@ class FaceLight {
   unsigned program_ = 0;
 };
 
-/// The colour of a surface that has none of its own.
-inline constexpr Colour kClay{222, 203, 180, 255};
-
 }  // namespace zel::view

@@ -169,8 +169,6 @@ void smoothen(const Surface& surface, std::vector<Openness>& values) {
 
 bool hasBoundary(const SceneMesh& scene) { return !edgesOf(scene).boundary.empty(); }
 
-std::size_t axisOf(UpAxis up) { return up == UpAxis::kZ ? 2 : 1; }
-
 // How dark the ground is at a place: what of the sky above it the scene hides from it.
 float darknessAt(const TriangleTree& tree, const std::vector<Vector3>& directions,
                  const Vector3& from, std::size_t axis) {

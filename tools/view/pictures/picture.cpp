@@ -2,6 +2,7 @@
 
 #include <png.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace zel::view {
@@ -99,6 +100,28 @@ Picture shrunk(const Picture& picture, int factor) {
     }
   }
   return small;
+}
+
+void paste(Picture& target, const Picture& source, int left, int top) {
+  const auto mixed = [](unsigned below, unsigned above, unsigned alpha) {
+    return static_cast<std::uint8_t>((above * alpha + below * (255 - alpha) + 127) / 255);
+  };
+  for (int y = std::max(0, -top); y < std::min(source.height, target.height - top); ++y) {
+    for (int x = std::max(0, -left); x < std::min(source.width, target.width - left); ++x) {
+      const Colour above = source.at(x, y);
+      const Colour below = target.at(x + left, y + top);
+      std::uint8_t* const pixel =
+          &target.rgba[(static_cast<std::size_t>(y + top) * static_cast<std::size_t>(target.width) +
+                        static_cast<std::size_t>(x + left)) *
+                       kChannels];
+      // Over a transparent ground the colours stay clean.
+      const unsigned cover = below.alpha == 0 ? 255U : above.alpha;
+      pixel[0] = mixed(below.red, above.red, cover);
+      pixel[1] = mixed(below.green, above.green, cover);
+      pixel[2] = mixed(below.blue, above.blue, cover);
+      pixel[3] = mixed(below.alpha, 255, above.alpha);
+    }
+  }
 }
 
 std::string pngBytes(const Picture& picture) {

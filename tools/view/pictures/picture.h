@@ -14,6 +14,9 @@ struct Colour {
   std::uint8_t alpha = 255;
 };
 
+/// The colour of a surface that has none of its own.
+inline constexpr Colour kClay{222, 203, 180, 255};
+
 /// Pixels of four bytes (red, green, blue, alpha), the top row first, without row padding.
 struct Picture {
   int width = 0;
@@ -27,6 +30,10 @@ struct Picture {
 /// become smooth.
 /// @param picture its sides are multiples of `factor`.
 [[nodiscard]] Picture shrunk(const Picture& picture, int factor);
+
+/// Lays a picture over another one, as far as it lies within it.
+/// @param left, top where its upper left corner comes to lie.
+void paste(Picture& target, const Picture& source, int left, int top);
 
 /// The picture as the bytes of a PNG file (8 bits a channel).
 /// @throws std::runtime_error when libpng refuses it.

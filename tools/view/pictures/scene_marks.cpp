@@ -155,6 +155,28 @@ void drawAxesCross(const Camera& camera, const DrawOptions& options, ViewSize si
   glEnable(GL_DEPTH_TEST);
 }
 
+void drawDefectNames(const std::vector<DefectMarks>& defects, const DrawOptions& options,
+                     ViewSize size, int left) {
+  const int scale = textScale(options);
+  const int inset = kInset * scale;
+  const int line = (kGlyphHeight + 4) * scale;
+  const Colour& ink = options.isDark() ? kInkOnDark : kInk;
+  int y = size.height - inset - kGlyphHeight * scale;
+  if (defects.empty()) {
+    drawText(left + inset, y, "no defects", ink, scale);
+  }
+  for (const DefectMarks& marks : defects) {
+    glDisable(GL_DEPTH_TEST);
+    usePixels(size);
+    glColor4ub(marks.colour.red, marks.colour.green, marks.colour.blue, 255);
+    glRecti(inset, y + 3 * scale, inset + kBarWidth * scale, y + 3 * scale + 14 * scale);
+    glEnable(GL_DEPTH_TEST);
+    drawText(left + inset + (kBarWidth + 8) * scale, y,
+             std::to_string(marks.count) + " " + marks.name, ink, scale);
+    y -= line;
+  }
+}
+
 void drawLegend(const ScalarField& field, const DrawOptions& options, ViewSize size, int left) {
   const int scale = textScale(options);
   const int line = (kGlyphHeight + 4) * scale;

@@ -20,6 +20,10 @@ void drawGroundGrid(const SceneMesh& scene, UpAxis up, const DrawOptions& option
 /// Draws the directions of the axes into the lower right corner of a drawing area.
 void drawAxesCross(const Camera& camera, const DrawOptions& options, ViewSize size, int left);
 
+/// Draws names, colours and numbers of the classes of defects at the upper left of a drawing area.
+void drawDefectNames(const std::vector<DefectMarks>& defects, const DrawOptions& options,
+                     ViewSize size, int left);
+
 /// Draws which colours stand for which numbers, at the right of a drawing area.
 void drawLegend(const ScalarField& field, const DrawOptions& options, ViewSize size, int left);
 

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "tools/view/pictures/defect_marks.h"
+#include "tools/view/pictures/texture.h"
 #include "tools/view/pictures/triangle_tree.h"
 #include "tools/view/pictures/vectors.h"
 #include "zel/containers/point3d_arr.h"
@@ -28,6 +30,13 @@ struct SceneFace {
   face.triangle.GetNormM(normal.data());
   return normal;
 }
+
+/// What a face is painted with.
+struct SceneMaterial {
+  static constexpr int kNoTexture = -1;
+  Colour colour = kClay;
+  int texture = kNoTexture;  ///< place among the scene's textures
+};
 
 /// A mesh made ready for drawing: centred and scaled into the unit sphere, quads cut in two.
 ///
@@ -57,6 +66,13 @@ struct SceneMesh {
   std::vector<int> shownNodes;
   /// Unit normals by node slot; zero where the mesh has none.
   std::vector<Vector3> nodeNormals;
+
+  std::vector<Colour> nodeColours;           ///< by node slot; empty when the mesh has none
+  std::vector<SceneMaterial> faceMaterials;  ///< by face; empty when the mesh has none
+  std::vector<TextureImage> textures;        ///< of the materials
+
+  /// What is wrong with the mesh; empty unless somebody has put it in.
+  std::vector<DefectMarks> defects;
 
   std::array<double, 3> centre{};  ///< of the mesh, which the scene has at the origin
   double radius = 1;               ///< of the mesh about its centre, which the scene has as 1

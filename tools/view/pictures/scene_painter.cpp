@@ -3,6 +3,8 @@
 #define GL_GLEXT_PROTOTYPES
 #include <GL/gl.h>
 
+#include <algorithm>
+#include <set>
 #include <utility>
 
 #include "tools/view/pictures/scene_marks.h"
@@ -15,6 +17,7 @@ constexpr float kFeatureWidth = 1.6F;
 constexpr float kBoundaryWidth = 2.5F;
 constexpr float kNormalWidth = 1.0F;
 constexpr float kPointSize = 3.0F;
+constexpr float kDefectPointSize = 7.0F;
 constexpr float kPickedPointSize = 9.0F;
 
 constexpr Colour kEdgeColour{40, 46, 58, 150};
@@ -26,6 +29,11 @@ constexpr Colour kNormalColour{30, 96, 190, 255};
 constexpr Colour kPointColour{70, 80, 100, 255};
 constexpr Colour kPointColourOnDark{200, 208, 220, 255};
 constexpr Colour kPickedColour{255, 208, 0, 255};
+
+// Under a texture.
+constexpr Colour kWhite{242, 242, 242, 255};
+// The texture that is laid over all faces, or the checker pattern.
+constexpr int kLaidOver = -2;
 
 void setColour(const Colour& colour) {
   glColor4ub(colour.red, colour.green, colour.blue, colour.alpha);
@@ -91,16 +99,18 @@ ScenePainter::~ScenePainter() {
       glDeleteLists(list, 1);
     }
   }
-  if (textureName_ != 0) {
-    glDeleteTextures(1, &textureName_);
+  for (const auto& [place, name] : textureNames_) {
+    glDeleteTextures(1, &name);
   }
 }
 
 void ScenePainter::dropFaceLists() {
-  for (const auto& [key, list] : faceLists_) {
-    glDeleteLists(list, 1);
+  for (const auto& [key, groups] : faceGroups_) {
+    for (const FaceGroup& group : groups) {
+      glDeleteLists(group.list, 1);
+    }
   }
-  faceLists_.clear();
+  faceGroups_.clear();
 }
 
 void ScenePainter::setOcclusion(Occlusion occlusion) {
@@ -144,15 +154,22 @@ void ScenePainter::draw(const DrawOptions& options, const Camera& camera, ViewSi
   } else {
     if (options.faces) {
       drawFaces(options);
-      if (options.edges || options.boundary || options.features || selection_.face) {
+      if (options.edges || options.boundary || options.features || options.defects ||
+          selection_.face) {
         pushFacesBack(options);
       }
     }
     drawLines(options);
   }
+  if (options.defects) {
+    drawDefects(options);
+  }
   drawSelection(options);
   if (options.axes) {
     drawAxesCross(camera, options, size, left);
+  }
+  if (options.defects) {
+    drawDefectNames(scene_.defects, options, size, left);
   }
   if (isColoured(options)) {
     drawLegend(scalars(options.colouring), options, size, left);
@@ -169,22 +186,19 @@ ScenePainter::FaceKey ScenePainter::faceKey(const DrawOptions& options) {
 
 void ScenePainter::drawFaces(const DrawOptions& options) {
   const FaceKey key = faceKey(options);
-  const bool textured = std::get<1>(key);
-  if (textured) {
-    if (textureName_ == 0) {
-      textureName_ = uploadTexture(texture_.isEmpty() ? checkerTexture() : texture_);
-    }
-    glBindTexture(GL_TEXTURE_2D, textureName_);
-  }
+  const std::vector<FaceGroup>& groups = faceGroups(key);
   Look look;
-  look.textured = textured;
   if (std::get<3>(key) != Colouring::kOwn) {
     // Gloss and tint would falsify what the colours tell.
     look.gloss = 0;
     look.inside = {1, 1, 1};
   }
-  light_.turnOn(look);
-  glCallList(faceList(key));
+  for (const FaceGroup& group : groups) {
+    look.textured = group.texture != 0;
+    glBindTexture(GL_TEXTURE_2D, group.texture);
+    light_.turnOn(look);
+    glCallList(group.list);
+  }
   FaceLight::turnOff();
 }
 
@@ -195,46 +209,101 @@ void ScenePainter::pushFacesBack(const DrawOptions& options) {
   glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
   glEnable(GL_POLYGON_OFFSET_FILL);
   glPolygonOffset(1, 1);
-  glCallList(faceList(faceKey(options)));
+  for (const FaceGroup& group : faceGroups(faceKey(options))) {
+    glCallList(group.list);
+  }
   glDisable(GL_POLYGON_OFFSET_FILL);
   glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
 }
 
-unsigned ScenePainter::faceList(const FaceKey& key) {
-  unsigned& list = faceLists_[key];
-  if (list == 0) {
-    list = glGenLists(1);
-    glNewList(list, GL_COMPILE);
-    recordFaces(key);
-    glEndList();
+unsigned ScenePainter::textureName(int texture) {
+  if (texture == SceneMaterial::kNoTexture) {
+    return 0;
   }
-  return list;
+  unsigned& name = textureNames_[texture];
+  if (name == 0) {
+    name = texture != kLaidOver ? uploadTexture(scene_.textures[static_cast<std::size_t>(texture)])
+           : texture_.isEmpty() ? uploadTexture(checkerTexture())
+                                : uploadTexture(texture_);
+  }
+  return name;
 }
 
-void ScenePainter::recordFaces(const FaceKey& key) {
+int ScenePainter::textureOf(const FaceKey& key, std::size_t face) const {
+  if (!std::get<1>(key)) {
+    return SceneMaterial::kNoTexture;
+  }
+  const bool hasOwn = texture_.isEmpty() && !scene_.textures.empty();
+  return hasOwn ? scene_.faceMaterials[face].texture : kLaidOver;
+}
+
+const std::vector<ScenePainter::FaceGroup>& ScenePainter::faceGroups(const FaceKey& key) {
+  std::vector<FaceGroup>& groups = faceGroups_[key];
+  if (groups.empty()) {
+    std::set<int> textures;
+    for (std::size_t face = 0; face < scene_.faces.size(); ++face) {
+      textures.insert(textureOf(key, face));
+    }
+    for (const int texture : textures) {
+      groups.push_back({textureName(texture), glGenLists(1)});
+      glNewList(groups.back().list, GL_COMPILE);
+      recordFaces(key, texture);
+      glEndList();
+    }
+  }
+  return groups;
+}
+
+Colour ScenePainter::cornerColour(const FaceKey& key, std::size_t face,
+                                  const std::array<float, 2>& shares) {
+  const std::array<float, 3> weights{shares[0], shares[1], 1 - shares[0] - shares[1]};
+  const ScalarField& field = scalars(std::get<3>(key));
+  if (!field.corners.empty()) {
+    float value = 0;
+    for (std::size_t k = 0; k < 3; ++k) {
+      value += weights[k] * field.corners[3 * face + k];
+    }
+    return colourOfShare(field.shareOf(value));
+  }
+  if (textureOf(key, face) != SceneMaterial::kNoTexture) {
+    return kWhite;
+  }
+  if (scene_.nodeColours.empty()) {
+    return scene_.faceMaterials.empty() ? kClay : scene_.faceMaterials[face].colour;
+  }
+  std::array<float, 3> mean{};
+  const std::array<int, 3> corners = cornersOf(scene_.faces[face]);
+  for (std::size_t k = 0; k < 3; ++k) {
+    const Colour& colour = scene_.nodeColours[static_cast<std::size_t>(corners[k])];
+    mean = plus(mean,
+                {static_cast<float>(colour.red), static_cast<float>(colour.green),
+                 static_cast<float>(colour.blue)},
+                weights[k]);
+  }
+  const auto byte = [](float value) {
+    return static_cast<std::uint8_t>(std::clamp(value + 0.5F, 0.0F, 255.0F));
+  };
+  return {byte(mean[0]), byte(mean[1]), byte(mean[2]), 255};
+}
+
+void ScenePainter::recordFaces(const FaceKey& key, int texture) {
   const auto [smooth, textured, shaded, colouring] = key;
-  const ScalarField& field = scalars(colouring);
   std::vector<Vertex> vertices;
-  vertices.reserve(surface_.corners.size());
   for (std::size_t c = 0; c < surface_.corners.size(); ++c) {
+    const std::size_t f = surface_.faces[c / 3];
+    if (textureOf(key, f) != texture) {
+      continue;
+    }
     const Surface::Corner& corner = surface_.corners[c];
     const Surface::Sample& sample = surface_.samples[corner.sample];
-    const std::size_t f = surface_.faces[c / 3];
-    const SceneFace& face = scene_.faces[f];
-    Vertex vertex{sample.point, smooth ? sample.normal : normalOf(face), {}, {}, {}};
+    Vertex vertex{sample.point, smooth ? sample.normal : normalOf(scene_.faces[f]), {}, {}, {}};
     if (shaded) {
       vertex.open = occlusion_.samples[corner.sample];
     }
     if (textured) {
       vertex.texture = blended(&scene_.textureCoords[3 * f], corner.shares);
     }
-    Colour colour = textured ? Colour{242, 242, 242, 255} : kClay;
-    if (!field.corners.empty()) {
-      const float* values = &field.corners[3 * f];
-      colour =
-          colourOfShare(field.shareOf(corner.shares[0] * values[0] + corner.shares[1] * values[1] +
-                                      (1 - corner.shares[0] - corner.shares[1]) * values[2]));
-    }
+    const Colour colour = cornerColour(key, f, corner.shares);
     vertex.colour = {colour.red, colour.green, colour.blue, 255};
     vertices.push_back(vertex);
   }
@@ -338,6 +407,37 @@ void ScenePainter::drawPoints(const DrawOptions& options) const {
     glVertex3fv(scene_.point(node).data());
   }
   glEnd();
+}
+
+void ScenePainter::drawDefects(const DrawOptions& options) const {
+  glPointSize(kDefectPointSize * options.lineScale);
+  glLineWidth(kBoundaryWidth * options.lineScale);
+  for (const DefectMarks& marks : scene_.defects) {
+    setColour(marks.colour);
+    glBegin(GL_TRIANGLES);
+    for (const std::uint32_t face : marks.faces) {
+      for (const int corner : cornersOf(scene_.faces[face])) {
+        glVertex3fv(scene_.point(corner).data());
+      }
+    }
+    glEnd();
+    drawEdges(marks.edges);
+    // Faces without area are seen by their outlines.
+    glBegin(GL_LINES);
+    for (const std::uint32_t face : marks.faces) {
+      const std::array<int, 3> corners = cornersOf(scene_.faces[face]);
+      for (std::size_t k = 0; k < 3; ++k) {
+        glVertex3fv(scene_.point(corners[k]).data());
+        glVertex3fv(scene_.point(corners[(k + 1) % 3]).data());
+      }
+    }
+    glEnd();
+    glBegin(GL_POINTS);
+    for (const int node : marks.nodes) {
+      glVertex3fv(scene_.point(node).data());
+    }
+    glEnd();
+  }
 }
 
 void ScenePainter::drawSelection(const DrawOptions& options) const {

@@ -57,8 +57,17 @@ class ScenePainter {
 
   [[nodiscard]] FaceKey faceKey(const DrawOptions& options);
   [[nodiscard]] bool isColoured(const DrawOptions& options);
-  unsigned faceList(const FaceKey& key);
-  void recordFaces(const FaceKey& key);
+  /// Faces that are drawn with one texture.
+  struct FaceGroup {
+    unsigned texture;  ///< OpenGL's name, or 0
+    unsigned list;
+  };
+  const std::vector<FaceGroup>& faceGroups(const FaceKey& key);
+  void recordFaces(const FaceKey& key, int texture);
+  [[nodiscard]] Colour cornerColour(const FaceKey& key, std::size_t face,
+                                    const std::array<float, 2>& shares);
+  [[nodiscard]] int textureOf(const FaceKey& key, std::size_t face) const;
+  unsigned textureName(int texture);
   void callLayer(Layer layer, const DrawOptions& options);
   void record(Layer layer, const DrawOptions& options);
   void drawEdges(const std::vector<Edge>& edges) const;
@@ -68,6 +77,7 @@ class ScenePainter {
   void drawFaces(const DrawOptions& options);
   void pushFacesBack(const DrawOptions& options);
   void drawLines(const DrawOptions& options);
+  void drawDefects(const DrawOptions& options) const;
   void drawSelection(const DrawOptions& options) const;
   void dropFaceLists();
 
@@ -77,8 +87,8 @@ class ScenePainter {
   Occlusion occlusion_;
   Selection selection_;
   TextureImage texture_;
-  unsigned textureName_ = 0;
-  std::map<FaceKey, unsigned> faceLists_;
+  std::map<int, unsigned> textureNames_;
+  std::map<FaceKey, std::vector<FaceGroup>> faceGroups_;
   std::array<unsigned, kLayers> lists_{};
   double recordedAngle_ = 0;  ///< of the list of features
   std::optional<EdgeLists> edges_;

@@ -3,10 +3,6 @@
 #include <GL/gl.h>
 
 #include <algorithm>
-#include <memory>
-
-#include "zel/core/memory.h"
-#include "zel/image/bmp.h"
 
 namespace zel::view {
 namespace {
@@ -35,20 +31,6 @@ TextureImage halved(const TextureImage& image) {
 }
 
 }  // namespace
-
-TextureImage loadTexture(const std::string& file) {
-  TextureImage image;
-  unsigned char(*texels)[4] = nullptr;
-  const int loaded = slLoadBmpTexture(file.c_str(), &image.width, &image.height, &texels);
-  const std::unique_ptr<void, void (*)(void*)> owner(texels, slFree);
-  if (loaded != 1 || image.width < 1 || image.height < 1) {
-    return {};
-  }
-  const std::size_t bytes =
-      static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height) * kChannels;
-  image.rgba.assign(&texels[0][0], &texels[0][0] + bytes);
-  return image;
-}
 
 TextureImage checkerTexture() {
   constexpr int kSide = 512;

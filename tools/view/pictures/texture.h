@@ -1,14 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
-#include <string>
 #include <vector>
 
 namespace zel::view {
 
-/// Texels of four bytes (red, green, blue, alpha), the bottom row first; the sides are powers of
-/// two. Empty when there is no texture.
+/// Texels of four bytes (red, green, blue, alpha), the bottom row first. Empty when there is no
+/// texture.
 struct TextureImage {
   int width = 0;
   int height = 0;
@@ -16,9 +14,6 @@ struct TextureImage {
 
   [[nodiscard]] bool isEmpty() const { return rgba.empty(); }
 };
-
-/// Reads a BMP file, cropped to sides that are powers of two. Empty when it cannot be read.
-[[nodiscard]] TextureImage loadTexture(const std::string& file);
 
 /// A pattern of squares that shows how texture coordinates run.
 [[nodiscard]] TextureImage checkerTexture();

@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "tools/view/pictures/animation.h"
 #include "tools/view/pictures/graphics_error.h"
 #include "tools/view/pictures/render.h"
 #include "tools/zel/commands/commands.h"
@@ -23,6 +24,9 @@ constexpr std::pair<const char*, view::StandardView> kSides[] = {
     {"right", view::StandardView::kRight},        {"left", view::StandardView::kLeft},
     {"above", view::StandardView::kTop},          {"below", view::StandardView::kBottom},
     {"isometric", view::StandardView::kIsometric}};
+
+constexpr int kMostTurns = 720;
+constexpr int kTurnMilliseconds = 6000;  // of a whole turn
 
 std::vector<std::string> sideNames() {
   std::vector<std::string> names;
@@ -54,7 +58,9 @@ class RenderCommand : public Command {
  public:
   void declare(Options& options) override {
     options.argument("FILE", file_, "Mesh file, or - for standard input").required();
-    options.value("-o,--output", "FILE", output_, "PNG file to write, or - for standard output")
+    options
+        .value("-o,--output", "FILE", output_,
+               "PNG or WebP file to write, or - for PNG on standard output")
         .required();
     declareFrom(options, from_);
     options.value("--width", "PIXELS", size_.width, "Pixels")
@@ -67,10 +73,14 @@ class RenderCommand : public Command {
         .within(-90.0, 90.0);
     options.value("--view", "SIDE", side_, "Look from a side instead").oneOf(sideNames());
     options.flag("--orthographic", orthographic_, "Draw without perspective");
+    options.flag("--sheet", sheet_, "Six sides of the mesh on one sheet");
+    options.value("--turntable", "PICTURES", turns_, "An animated WebP of a whole turn")
+        .within(2, kMostTurns);
     viewOptions_.declare(options);
     options.note("Needs OpenGL, but no display.");
     options.example("zel render bunny.obj -o bunny.png --smooth --yaw -20");
     options.example("zel render part.stl -o part.png --features --view isometric --size 1600x1200");
+    options.example("zel render bunny.obj -o bunny.webp --turntable 72 --size 480x480");
   }
 
   ExitCode run(const Console& console) override {
@@ -80,24 +90,28 @@ class RenderCommand : public Command {
         throw misuse(output_, "the picture is drawn from this");
       }
       const view::TextureImage texture = viewOptions_.texture();
-      const std::unique_ptr<view::SceneMesh> scene = sceneOf(readMesh(file_, from_, console));
-      const view::DrawOptions options = viewOptions_.drawOptions();
+      view::DrawOptions options = viewOptions_.drawOptions();
+      const std::unique_ptr<view::SceneMesh> scene =
+          readScene(file_, from_, options.defects, console);
+      options.textured = options.textured || !scene->textures.empty();
       if (options.textured && scene->textureCoords.empty()) {
         throw unreadable(file_, "the mesh has no texture coordinates to lay a texture over");
       }
+      if (turns_ > 0 && !isWebp(output_)) {
+        throw misuse(output_, "a turntable is written as a .webp file");
+      }
       const auto start = std::chrono::steady_clock::now();
-      const view::Picture picture = draw(*scene, texture, options);
+      const std::string bytes = draw(*scene, texture, options);
       const std::chrono::duration<double, std::milli> time =
           std::chrono::steady_clock::now() - start;
-      writePicture(picture, output_);
+      writeBytes(bytes, output_);
       report(console, *scene, time.count());
       return ExitCode::kDone;
     });
   }
 
  private:
-  [[nodiscard]] view::Picture draw(const view::SceneMesh& scene, const view::TextureImage& texture,
-                                   const view::DrawOptions& options) const {
+  [[nodiscard]] view::Camera camera(const view::SceneMesh& scene) const {
     view::Camera camera(viewOptions_.upAxis(inputFormatName(file_, from_)));
     camera.setAngles(yaw_, pitch_);
     for (const auto& [name, side] : kSides) {
@@ -107,11 +121,36 @@ class RenderCommand : public Command {
     }
     camera.setOrthographic(orthographic_);
     camera.frame(scene.shownPoints(), size_);
+    return camera;
+  }
+
+  // The bytes of the file.
+  [[nodiscard]] std::string draw(const view::SceneMesh& scene, const view::TextureImage& texture,
+                                 const view::DrawOptions& options) const {
     try {
-      return view::renderPicture(scene, texture, camera, options, size_);
+      const view::Camera start = camera(scene);
+      if (turns_ > 0) {
+        return turntable(scene, texture, options, start);
+      }
+      return pictureBytes(sheet_ ? renderSheet(scene, texture, start.up(), options, size_)
+                                 : renderPicture(scene, texture, start, options, size_),
+                          output_);
     } catch (const view::GraphicsError& error) {
       throw Failure(ExitCode::kNoGraphics, file_, "cannot draw", error.what());
     }
+  }
+
+  [[nodiscard]] std::string turntable(const view::SceneMesh& scene,
+                                      const view::TextureImage& texture,
+                                      const view::DrawOptions& options,
+                                      const view::Camera& start) const {
+    view::Camera camera = turntableCamera(scene, start, size_);
+    view::Renderer renderer(scene, texture, options, start.up(), size_);
+    const auto frame = [&](int number) {
+      camera.setAngles(start.yaw() + 360.0 * number / turns_, start.pitch());
+      return renderer.draw(camera);
+    };
+    return view::animationBytes(frame, turns_, kTurnMilliseconds / turns_);
   }
 
   void report(const Console& console, const view::SceneMesh& scene, double milliseconds) const {
@@ -130,6 +169,8 @@ class RenderCommand : public Command {
   std::string sizeText_;
   std::string side_;
   view::ViewSize size_{1200, 900};
+  bool sheet_ = false;
+  int turns_ = 0;
   double yaw_ = 30;
   double pitch_ = 20;
   bool orthographic_ = false;

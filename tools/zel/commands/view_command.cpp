@@ -55,7 +55,7 @@ class ViewCommand : public Command {
         view::Viewer viewer(setup,
                             {[&](const std::string& file) { return tryToOpen(file, console); },
                              [&](const view::Picture& picture, const std::string& file) {
-                               return tryToSave(picture, file);
+                               return attempt(file, [&] { writePicture(picture, file); });
                              }});
         viewer.show(std::move(first));
         if (!viewer.run()) {
@@ -71,33 +71,32 @@ class ViewCommand : public Command {
  private:
   [[nodiscard]] view::OpenedScene open(const std::string& file, const Console& console) const {
     view::OpenedScene opened;
-    opened.scene = sceneOf(readMesh(file, from_, console));
+    opened.scene = readScene(file, from_, true, console);
     opened.up = viewOptions_.upAxis(inputFormatName(file, from_));
     opened.title = windowTitle(file, *opened.scene);
     return opened;
   }
 
-  [[nodiscard]] view::OpenedScene tryToOpen(const std::string& file, const Console& console) {
+  // Runs work on a file; a failure is kept. @return whether there was none.
+  template <class Work>
+  bool attempt(const std::string& file, Work work) {
     try {
-      return open(file, console);
-    } catch (const Failure& failure) {
-      lastFailure_ = failure;
-    } catch (const std::bad_alloc&) {
-      lastFailure_ = exhausted(file, "out of memory");
-    }
-    view::OpenedScene refused;
-    refused.problem = lastFailure_->line();
-    return refused;
-  }
-
-  bool tryToSave(const view::Picture& picture, const std::string& file) {
-    try {
-      writePicture(picture, file);
+      work();
       return true;
     } catch (const Failure& failure) {
       lastFailure_ = failure;
-      return false;
+    } catch (const std::exception&) {
+      lastFailure_ = caughtFailure(file);
     }
+    return false;
+  }
+
+  [[nodiscard]] view::OpenedScene tryToOpen(const std::string& file, const Console& console) {
+    view::OpenedScene opened;
+    if (!attempt(file, [&] { opened = open(file, console); })) {
+      opened.problem = lastFailure_->line();
+    }
+    return opened;
   }
 
   [[nodiscard]] std::vector<view::ScriptStep> readScript() const {
