@@ -1,5 +1,6 @@
 #include "faults/refusing_allocator.h"
 
+#include <cerrno>
 #include <cstddef>
 #include <cstdlib>
 #include <exception>
@@ -26,6 +27,13 @@ bool isRefused() {
   return left == 0 || (left < 0 && requests.forGood);
 }
 
+/// Says no as the system's own heap does.
+bool refuses() {
+  const bool isNow = isRefused();
+  errno = isNow ? ENOMEM : errno;
+  return isNow;
+}
+
 }  // namespace
 
 // The C library's own heap, or the sanitizer's, by the names that no program replaces.
@@ -40,12 +48,12 @@ void* ZEL_HEAP(malloc)(std::size_t size);
 void* ZEL_HEAP(calloc)(std::size_t count, std::size_t size);
 void* ZEL_HEAP(realloc)(void* block, std::size_t size);
 
-void* malloc(std::size_t size) { return isRefused() ? nullptr : ZEL_HEAP(malloc)(size); }
+void* malloc(std::size_t size) { return refuses() ? nullptr : ZEL_HEAP(malloc)(size); }
 void* calloc(std::size_t count, std::size_t size) {
-  return isRefused() ? nullptr : ZEL_HEAP(calloc)(count, size);
+  return refuses() ? nullptr : ZEL_HEAP(calloc)(count, size);
 }
 void* realloc(void* block, std::size_t size) {
-  return isRefused() ? nullptr : ZEL_HEAP(realloc)(block, size);
+  return refuses() ? nullptr : ZEL_HEAP(realloc)(block, size);
 }
 
 /// The linker leads every report of the library here.

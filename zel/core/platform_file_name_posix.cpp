@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <memory>
 
@@ -33,7 +34,13 @@ std::FILE* createFile(const std::string& name) { return std::fopen(name.c_str(),
 
 std::FILE* createPrivateFile(const std::string& name) {
   const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
-  return file < 0 ? nullptr : fdopen(file, "wb");
+  std::FILE* const stream = file < 0 ? nullptr : fdopen(file, "wb");
+  if (file >= 0 && stream == nullptr) {
+    close(file);
+    unlink(name.c_str());
+    errno = ENOMEM;
+  }
+  return stream;
 }
 
 std::string uniqueNamePart() {
@@ -66,10 +73,13 @@ bool bringToDisk(std::FILE* file) {
   return std::fflush(file) == 0 && (fsync(fileno(file)) == 0 || errno == EINVAL);
 }
 
-void bringDirectoryToDisk(const std::string& file) {
-  const std::size_t slash = file.rfind('/');
-  const std::string directory = slash == std::string::npos ? "." : file.substr(0, slash + 1);
-  const int descriptor = open(directory.c_str(), O_RDONLY | O_CLOEXEC);
+void bringDirectoryToDisk(const std::string& file) noexcept {
+  char directory[PATH_MAX] = ".";  // asks for no memory: what was to be done is done
+  const std::size_t end = file.rfind('/') + 1;
+  if (end < sizeof directory) {
+    file.copy(directory, end);  // nothing when the name has no slash
+  }
+  const int descriptor = open(directory, O_RDONLY | O_CLOEXEC);
   if (descriptor >= 0) {
     static_cast<void>(fsync(descriptor));
     close(descriptor);

@@ -80,7 +80,7 @@ void inheritFileRights(const std::string& source, const std::string& target) {
 
 bool bringToDisk(std::FILE* file) { return std::fflush(file) == 0 && _commit(_fileno(file)) == 0; }
 
-void bringDirectoryToDisk(const std::string& /*file*/) {}
+void bringDirectoryToDisk(const std::string& /*file*/) noexcept {}
 
 void removeFile(const char* name) noexcept { DeleteFileA(name); }
 

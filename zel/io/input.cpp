@@ -24,7 +24,7 @@ class FileOrigin : public ByteOrigin {
     errno = 0;
     file_.reset(std::fopen(presentFileName(name.c_str()).c_str(), "rb"));
     if (file_ == nullptr) {
-      throw Error(ErrorCode::kUnreadable, kReading, systemText(errno), name);
+      throw systemError(ErrorCode::kUnreadable, errno, name);
     }
     std::setvbuf(file_.get(), nullptr, _IONBF, 0);  // what reads here has a buffer of its own
     findSize();
@@ -39,7 +39,7 @@ class FileOrigin : public ByteOrigin {
         break;
       }
       if (errno != EINTR) {
-        throw Error(ErrorCode::kUnreadable, kReading, systemText(errno), name_);
+        throw systemError(ErrorCode::kUnreadable, errno, name_);
       }
       std::clearerr(file_.get());
     }
@@ -124,8 +124,12 @@ class StreamOrigin : public ByteOrigin {
 
 }  // namespace
 
-std::string systemText(int error) {
-  return error == 0 ? "unknown error" : std::generic_category().message(error);
+Error systemError(ErrorCode code, int error, const std::string& file) {
+  if (error == ENOMEM) {
+    return Error::outOfMemory();
+  }
+  const char* const what = code == ErrorCode::kUnreadable ? kReading : "cannot write";
+  return {code, what, error == 0 ? "unknown error" : std::generic_category().message(error), file};
 }
 
 Input::Input(std::string name, std::unique_ptr<ByteOrigin> origin, bool isFile)

@@ -58,7 +58,7 @@ fs::path followed(const std::string& name) {
   for (int link = 0; fs::is_symlink(fs::symlink_status(path, error)); ++link) {
     const fs::path target = fs::read_symlink(path, error);
     if (error || link == kMostLinks) {
-      throw Error(ErrorCode::kUnwritable, "cannot write", systemText(ELOOP), name);
+      throw systemError(ErrorCode::kUnwritable, ELOOP, name);
     }
     path = path.parent_path() / target;
   }
@@ -82,7 +82,7 @@ bool writeAll(std::FILE* file, std::string_view bytes) {
 }
 
 Error unwritable(const std::string& name, int error) {
-  return {ErrorCode::kUnwritable, "cannot write", systemText(error), name};
+  return systemError(ErrorCode::kUnwritable, error, name);
 }
 
 }  // namespace

@@ -102,6 +102,8 @@ struct NodeWays {
 
   Nodes* slots;
 };
+template <class Nodes>
+NodeWays(Nodes*) -> NodeWays<Nodes>;  // for compilers that do not deduce aggregates
 
 template <class Faces>
 struct FaceWays {
@@ -129,6 +131,8 @@ struct FaceWays {
 
   Faces* slots;
 };
+template <class Faces>
+FaceWays(Faces*) -> FaceWays<Faces>;  // for compilers that do not deduce aggregates
 
 // Reads records until one has no index. @return whether all were read.
 template <class ReadOne>

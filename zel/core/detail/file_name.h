@@ -44,7 +44,7 @@ void inheritFileRights(const std::string& source, const std::string& target);
 [[nodiscard]] bool bringToDisk(std::FILE* file);
 
 /// Has the system write the directory of a file to the disk, where that can be asked for.
-void bringDirectoryToDisk(const std::string& file);
+void bringDirectoryToDisk(const std::string& file) noexcept;
 
 /// Removes a file. Signal handlers may call it.
 void removeFile(const char* name) noexcept;

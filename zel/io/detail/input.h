@@ -76,7 +76,8 @@ class Input {
   std::unique_ptr<char[]> all_;
 };
 
-/// @return what the system says about an error number; "unknown error" without one.
-[[nodiscard]] std::string systemText(int error);
+/// The error of a system call that failed. @param error its number; 0: unknown.
+/// @return outOfMemory() when that was the reason, else one of the given code.
+[[nodiscard]] Error systemError(ErrorCode code, int error, const std::string& file);
 
 }  // namespace zel
