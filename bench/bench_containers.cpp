@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdio>
 #include <random>
 #include <string>
 #include <vector>
@@ -157,6 +158,63 @@ void addTextsByCall(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+// --- what once made searches walk ---------------------------------------------------------------
+
+// A lattice barely wider than the tolerance: a dozen points in each cell.
+void addCrowdedPoints(benchmark::State& state) {
+  const auto side = static_cast<int>(std::cbrt(static_cast<double>(state.range(0))));
+  for (auto _ : state) {
+    Point3DArr kept;
+    for (int i = 0; i < side * side * side; ++i) {
+      const Point point{static_cast<float>(i % side) * 0.00012F,
+                        static_cast<float>(i / side % side) * 0.00012F,
+                        static_cast<float>(i / side / side) * 0.00012F};
+      kept.AddPointM(point.data());
+    }
+    benchmark::DoNotOptimize(kept.GetBoundM());
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+// As many points live at a time as there are holes behind them.
+void addPointsToSlidingWindow(benchmark::State& state) {
+  const auto count = static_cast<int>(state.range(0));
+  for (auto _ : state) {
+    Point3DArr kept;
+    for (int i = 0; i < count; ++i) {
+      kept.AddPointM(Point{static_cast<float>(i) * 0.5F, 0, 0}.data());
+      if (i >= count / 2) {
+        kept.DelItemM(i - count / 2);
+      }
+    }
+    benchmark::DoNotOptimize(kept.GetBoundM());
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+// Records of one size, padded with zeros, then all made equal from the end.
+void findPaddedRecords(benchmark::State& state) {
+  const auto count = static_cast<int>(state.range(0));
+  std::vector<std::array<char, 32>> records(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) {
+    std::snprintf(records[static_cast<std::size_t>(i)].data(), 32, "record %d", i);
+  }
+  for (auto _ : state) {
+    KwStringArr table;
+    int found = 0;
+    for (const auto& record : records) {
+      table.AddStringM(32, record.data());
+      found += table.FindStrM(record.data());
+    }
+    for (int i = count - 1; i >= 0; --i) {
+      table.SetValueM(i, 5, "same");
+      found += table.FindStrM("same");
+    }
+    benchmark::DoNotOptimize(found);
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 // --- a text of 100 MB --------------------------------------------------------------------------
 
 CharArr hugeText() {
@@ -225,6 +283,9 @@ BENCHMARK(addPointsByCall)
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(addTextsByWalk)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(addTextsByCall)->RangeMultiplier(10)->Range(1000, 1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(addCrowdedPoints)->Arg(8000)->Arg(64000)->Arg(512000)->Unit(benchmark::kMillisecond);
+BENCHMARK(addPointsToSlidingWindow)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(findPaddedRecords)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(hugeTextAppendBytes)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(hugeTextReadLines)->Unit(benchmark::kMillisecond);
 BENCHMARK(hugeTextInsertAndDeleteInFront)->Unit(benchmark::kMillisecond);
