@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <functional>
 #include <numeric>
+#include <ostream>
 #include <random>
 #include <string>
 #include <vector>
@@ -27,6 +28,8 @@ struct IndexedList {
   const char* name;
   std::function<std::string(std::FILE*, bool isUsed)> read;  ///< all that is to be seen afterwards
   std::function<std::string(int value)> lines;
+
+  friend void PrintTo(const IndexedList& list, std::ostream* out) { *out << list.name; }
 };
 
 /// What is there before a list is read: nothing, or more than the shorter lists bring.
