@@ -19,6 +19,22 @@ TEST(Bindings, manualShowsTheTable) {
       << zel::view::bindingMarkdown();
 }
 
+// The whole list fits into the window that the viewer opens, of 800 pixels' height.
+TEST(Bindings, helpIsShortAndLeavesNothingOut) {
+  const std::vector<std::string> lines = zel::view::bindingLines();
+  EXPECT_LE(lines.size(), 37U);
+  std::string all;
+  for (const std::string& line : lines) {
+    EXPECT_LE(line.size(), 60U) << line;
+    all += line + "\n";
+  }
+  EXPECT_NE(all.find("1, Ctrl+1 "), std::string::npos) << all;
+  EXPECT_NE(all.find(" Look from the front or back\n"), std::string::npos) << all;
+  for (const zel::view::Binding& binding : zel::view::bindings()) {
+    EXPECT_NE(all.find(binding.trigger), std::string::npos) << binding.trigger;
+  }
+}
+
 TEST(Bindings, everyActionCanBeReachedAndNoInputMeansTwoThings) {
   std::set<Action> reached;
   std::set<std::string> triggers;

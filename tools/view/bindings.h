@@ -82,7 +82,8 @@ struct Binding {
 /// @param input anything but kKey.
 [[nodiscard]] std::optional<Action> actionOfInput(Input input);
 
-/// The table as lines of plain text, triggers and effects in columns.
+/// The table as lines of plain text, triggers and effects in columns; what belongs together shares
+/// a line.
 [[nodiscard]] std::vector<std::string> bindingLines();
 /// The table in Markdown.
 [[nodiscard]] std::string bindingMarkdown();

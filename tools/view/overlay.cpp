@@ -11,7 +11,7 @@ namespace zel::view {
 namespace {
 
 constexpr int kPadding = 10;  // pixels from the edge of a panel to its text
-constexpr int kLineGap = 2;
+constexpr int kLineGap = 1;
 constexpr int kStatusPadding = 4;
 constexpr Colour kText{238, 242, 248, 255};
 
