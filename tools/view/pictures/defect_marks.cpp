@@ -30,25 +30,15 @@ class FaceFinder {
   std::vector<std::vector<std::uint32_t>> quads_;
 };
 
-// Node slots that have a place in the scene.
-std::vector<char> placedNodes(const SceneMesh& scene) {
-  std::vector<char> isPlaced(scene.nodeNormals.size());
-  for (const int node : scene.shownNodes) {
-    isPlaced[static_cast<std::size_t>(node)] = 1;
-  }
-  return isPlaced;
-}
-
 }  // namespace
 
 std::vector<DefectMarks> defectMarksOf(const Mesh& mesh, const SceneMesh& scene) {
   const Defects found = findDefects(mesh, {.list = true});
   const DefectLists& lists = found.lists;
   std::vector<DefectMarks> classes;
-  const std::vector<char> isPlaced = placedNodes(scene);
-  const auto has = [&isPlaced](int node) {
-    return node >= 0 && static_cast<std::size_t>(node) < isPlaced.size() &&
-           isPlaced[static_cast<std::size_t>(node)] != 0;
+  const auto has = [&scene](int node) {
+    return node >= 0 && static_cast<std::size_t>(node) < scene.nodeNormals.size() &&
+           scene.point(node)[0] > kLiveNearMark;
   };
   const auto addEdges = [&](const char* name, Colour colour, int count,
                             const std::vector<DefectLists::Edge>& edges) {

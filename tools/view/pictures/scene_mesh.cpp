@@ -11,6 +11,9 @@ constexpr std::uint8_t kAllEdges = 0b111;
 constexpr std::uint8_t kFirstHalf = 0b011;
 constexpr std::uint8_t kSecondHalf = 0b110;
 
+// In radii of the scene: nodes that no face uses have a place when they are not farther away.
+constexpr float kFarthest = 8;
+
 bool isFinite(const Vector3& v) {
   return std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]);
 }
@@ -86,14 +89,11 @@ class Assembly {
     }
     measure();
     scene_.points.InitialSizeM(static_cast<int>(shown_.size()));
-    for (const int slot : scene_.shownNodes) {
-      const Vector3 original = originalPoint(slot);
-      Vector3 placed{};
-      for (std::size_t k = 0; k < 3; ++k) {
-        placed[k] = static_cast<float>((static_cast<double>(original[k]) - scene_.centre[k]) /
-                                       scene_.radius);
+    for (std::size_t slot = 0; slot < usable_.size(); ++slot) {
+      const Vector3 place = usable_[slot] != 0 ? placeOf(static_cast<int>(slot)) : Vector3{};
+      if (shown_[slot] != 0 || (usable_[slot] != 0 && length(place) <= kFarthest)) {
+        scene_.points.SetItemM(place.data(), static_cast<int>(slot));
       }
-      scene_.points.SetItemM(placed.data(), slot);
     }
   }
 
@@ -115,6 +115,16 @@ class Assembly {
     Vector3 point{};
     nodes_.ElementAtM(slot).GetPntM(point.data());
     return point;
+  }
+
+  [[nodiscard]] Vector3 placeOf(int slot) const {
+    const Vector3 original = originalPoint(slot);
+    Vector3 place{};
+    for (std::size_t k = 0; k < 3; ++k) {
+      place[k] =
+          static_cast<float>((static_cast<double>(original[k]) - scene_.centre[k]) / scene_.radius);
+    }
+    return place;
   }
 
   static void readNormal(const NodeCL& node, Vector3& normal) {

@@ -57,7 +57,8 @@ struct SceneMesh {
   /// Where a place of the scene is in the mesh.
   [[nodiscard]] std::array<double, 3> inMesh(const Vector3& place) const;
 
-  Point3DArr points;  ///< by node slot
+  /// By node slot; holes for nodes that are missing, not finite, or unused and far away.
+  Point3DArr points;
   std::vector<SceneFace> faces;
   /// Entry 3 f + k belongs to corner k of face f, (0, 0) for faces that have none; empty when the
   /// whole mesh has none.
