@@ -28,6 +28,10 @@ if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   target_compile_options(zel_rules INTERFACE -msse2 -mfpmath=sse)
 endif()
 
+if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+  # What clang means by -Wconversion and gcc does not.
+  target_compile_options(zel_rules INTERFACE -Wno-sign-conversion)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
   # gcc 12 sees overlaps and overruns inside std::string that are not there (its bug 105651).
   target_compile_options(zel_rules INTERFACE -Wno-restrict -Wno-array-bounds)
