@@ -146,9 +146,6 @@ bool IndexedSlots<Slot, Policy, Index>::reserve(int wanted) {
 template <class Slot, class Policy, class Index>
 template <class Given>
 bool IndexedSlots<Slot, Policy, Index>::set(Given&& slot, int position) {
-  if (knownIndex() == nullptr && !isUntracked_) {
-    return Store::set(std::forward<Given>(slot), position);
-  }
   const int lengthBefore = length();
   const int countBefore = count();
   tellBefore(position);
