@@ -2,6 +2,7 @@
 
 #include <new>
 #include <stdexcept>
+#include <system_error>
 
 #include "tools/zel/failure.h"
 #include "zel/core/error.h"
@@ -26,22 +27,31 @@ Failure caughtFailure(const std::string& file) {
     return exhausted(file, "out of memory");
   } catch (const std::length_error&) {
     return exhausted(file, "out of memory");
+  } catch (const std::system_error& error) {
+    // As when a thread cannot be started.
+    const bool isShortage = error.code() == std::errc::resource_unavailable_try_again ||
+                            error.code() == std::errc::not_enough_memory;
+    return isShortage ? exhausted(file, error.what()) : unreadable(file, error.what());
   } catch (const std::exception& error) {
     return unreadable(file, error.what());
+  } catch (const int code) {  // of the classic interface
+    return unreadable(file, "error " + std::to_string(code));
   }
 }
 
 ExitCode guarded(const std::string& file, const Console& console,
                  const std::function<ExitCode()>& work) {
   try {
-    return work();
-  } catch (const std::exception&) {
-    const Failure failure = caughtFailure(file);
-    console.complain(failure);
-    return failure.code();
-  } catch (const Failure& failure) {
-    console.complain(failure);
-    return failure.code();
+    try {
+      return work();
+    } catch (...) {
+      const Failure failure = caughtFailure(file);
+      console.complain(failure);
+      return failure.code();
+    }
+  } catch (const std::bad_alloc&) {  // refused to what tells of the failure
+    console.complainOfMemory(file.c_str());
+    return ExitCode::kExhausted;
   }
 }
 

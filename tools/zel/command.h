@@ -40,7 +40,8 @@ ExitCode forEachFile(const std::vector<std::string>& files, const Console& conso
 /// @param file what to name when the exception names none.
 [[nodiscard]] Failure caughtFailure(const std::string& file);
 
-/// Runs `work` and turns what it throws into one error line and an exit code.
+/// Runs `work` and turns what it throws into one error line and an exit code. To tell of exhausted
+/// memory it needs none. @param file what the line names when the error does not.
 ExitCode guarded(const std::string& file, const Console& console,
                  const std::function<ExitCode()>& work);
 

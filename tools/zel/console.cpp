@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 
@@ -31,6 +33,18 @@ void Console::note(const std::string& text) const {
 
 void Console::complain(const Failure& failure) const {
   std::fprintf(stderr, "zel: %s\n", failure.line().c_str());
+}
+
+void Console::complainOfMemory(const char* file) const noexcept {
+  std::array<char, 1024> line{};
+  const int printed =
+      std::snprintf(line.data(), line.size(), "zel: %s: too large: out of memory", file);
+  const std::size_t length =
+      std::min(line.size() - 1, static_cast<std::size_t>(std::max(printed, 0)));
+  std::replace_if(line.begin(), line.begin() + static_cast<std::ptrdiff_t>(length),
+                  isControlCharacter, '?');
+  line[length] = '\n';
+  (void)!write(STDERR_FILENO, line.data(), length + 1);
 }
 
 bool Console::showsProgress() const { return !quiet && isatty(STDERR_FILENO) == 1; }

@@ -25,6 +25,8 @@ class Console {
   void note(const std::string& text) const;
   /// Prints the one line of a failure on standard error, also under `-q`.
   void complain(const Failure& failure) const;
+  /// Prints the one line "FILE: too large: out of memory" without asking for memory.
+  void complainOfMemory(const char* file) const noexcept;
   /// @return whether a progress bar would be seen by a person.
   [[nodiscard]] bool showsProgress() const;
 };

@@ -7,8 +7,7 @@ namespace zel::program {
 
 std::string Failure::line() const {
   std::string text = file_ + ": " + what_ + ": " + why_;
-  std::ranges::replace_if(
-      text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '?');
+  std::ranges::replace_if(text, isControlCharacter, '?');
   return text;
 }
 

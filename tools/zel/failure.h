@@ -17,6 +17,8 @@ class Failure {
   [[nodiscard]] ExitCode code() const { return code_; }
   /// "FILE: WHAT: WHY" on one line; control characters of the file name become '?'.
   [[nodiscard]] std::string line() const;
+  /// The reason.
+  [[nodiscard]] const std::string& why() const { return why_; }
 
  private:
   ExitCode code_;
@@ -43,6 +45,11 @@ class Failure {
 /// A command line that cannot be followed. @param word what of it is at fault.
 [[nodiscard]] inline Failure misuse(const std::string& word, const std::string& why) {
   return {ExitCode::kUsage, word, "wrong usage", why};
+}
+
+/// Whether a character would disturb a line of text.
+[[nodiscard]] inline bool isControlCharacter(char c) {
+  return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
 }
 
 /// The text with its letters A to Z made small.

@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "tools/zel/failure.h"
-#include "tools/zel/foreign/assimp_file.h"
+#include "tools/zel/foreign/foreign_mesh.h"
 
 namespace zel::program {
 
@@ -30,7 +30,7 @@ std::vector<KnownFormat> makeFormats() {
   for (const FileFormat& own : fileFormats()) {
     formats.push_back({std::string(own.name), std::string(own.description), own.isWritten, &own});
   }
-  for (const std::string& extension : assimpExtensions()) {
+  for (const std::string& extension : foreignExtensions()) {
     if (findFormat(extension) == nullptr) {
       formats.push_back({extension, "read through Assimp", false});
     }

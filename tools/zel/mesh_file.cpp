@@ -5,7 +5,7 @@
 
 #include "tools/zel/failure.h"
 #include "tools/zel/file_format.h"
-#include "tools/zel/foreign/assimp_file.h"
+#include "tools/zel/foreign/foreign_mesh.h"
 #include "tools/zel/progress.h"
 #include "zel/io/read.h"
 #include "zel/io/write.h"
@@ -39,7 +39,7 @@ Mesh readMesh(const std::string& file, const std::string& format, const Console&
   Remarks remarks;
   Mesh mesh;
   if (known != nullptr && known->own == nullptr) {
-    mesh = readThroughAssimp(InputFile(file), known->name);
+    mesh = readForeign(InputFile(file), known->name, remarks);
   } else {
     JobProgress progress(console, "reading " + name);
     ReadOptions options{.progress = progress.told()};
