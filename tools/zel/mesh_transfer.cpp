@@ -3,27 +3,31 @@
 #include <memory>
 
 #include "tools/zel/failure.h"
+#include "tools/zel/file_format.h"
 #include "tools/zel/format_options.h"
 #include "tools/zel/mesh_file.h"
 
 namespace zel::program {
 
-void MeshTransfer::declare(Options& options) {
+void MeshTransfer::declare(Options& options, Welding::When welds) {
   options.argument("INPUT", input_, "Mesh file, or - for standard input").required();
   options.argument("OUTPUT", output_, "File to write, or - for standard output");
   declareFrom(options, from_);
   declareTo(options, to_);
   options.flag("--in-place", inPlace_, "Replace the input instead of writing another file");
+  welding_.declare(options, welds);
 }
 
-Mesh MeshTransfer::read(const Console& console) const {
+Mesh MeshTransfer::read(const Console& console) {
   if (inPlace_ == !output_.empty() || (inPlace_ && input_ == "-")) {
     throw misuse(input_, "name a file to write, or say --in-place for a file to replace");
   }
   if (isSameFile(input_, output_)) {
     throw misuse(output_, "this is the input; say --in-place to replace it");
   }
-  return readMesh(input_, from_, console);
+  Mesh mesh = readMesh(input_, from_, console);
+  welded_ = welding_.apply(mesh, input_, console);
+  return mesh;
 }
 
 void MeshTransfer::expectOtherFile(const std::string& second) const {
@@ -36,7 +40,14 @@ void MeshTransfer::expectOtherFile(const std::string& second) const {
 
 void MeshTransfer::write(const Mesh& mesh, const Console& console) const {
   const bool sameFormat = inPlace_ && to_.empty();
-  writeMesh(mesh, inPlace_ ? input_ : output_, sameFormat ? from_ : to_, console);
+  const std::string& target = inPlace_ ? input_ : output_;
+  const std::string& format = sameFormat ? from_ : to_;
+  writeMesh(mesh, target, format, console);
+  if (welded_ && !(target == "-" && format.empty()) && outputFormat(target, format).name == "stl") {
+    console.note(target +
+                 ": an STL file cannot hold a welded mesh: each triangle is written, and read "
+                 "back, with nodes of its own");
+  }
 }
 
 void MeshTransfer::write(const Mesh& mesh, const std::string& second,

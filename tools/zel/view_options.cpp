@@ -62,6 +62,7 @@ view::TextureImage readTexture(const Material& material, const std::string& mesh
 }  // namespace
 
 void ViewOptions::declare(Options& options) {
+  welding_.declare(options);
   options.flag("--wireframe", wireframe_, "Edges without faces");
   options.flag("--smooth", smooth_, "Smooth faces where they meet at less than 40 degrees");
   options.flag("--edges", edges_, "Draw the edges of faces");
@@ -135,9 +136,11 @@ std::unique_ptr<view::SceneMesh> sceneOf(const Mesh& mesh) {
 }
 
 std::unique_ptr<view::SceneMesh> readScene(const std::string& file, const std::string& format,
-                                           bool withDefects, const Console& console) {
+                                           const Welding& welding, bool withDefects,
+                                           const Console& console) {
   Appearance looks;
-  const Mesh mesh = readMesh(file, format, console, &looks);
+  Mesh mesh = readMesh(file, format, console, &looks);
+  welding.apply(mesh, file, console, &looks);
   auto scene = sceneOf(mesh);
   giveLooks(*scene, looks, [&](const Material& material) {
     try {

@@ -10,12 +10,13 @@
 #include "tools/zel/console.h"
 #include "tools/zel/mesh_nodes.h"
 #include "tools/zel/options.h"
+#include "tools/zel/welding.h"
 
 namespace zel::program {
 
 /// The options that pictures and the viewer share.
 struct ViewOptions {
-  /// Adds the options to a subcommand.
+  /// Adds the options to a subcommand, those of welding among them.
   void declare(Options& options);
 
   /// @throws Failure (code 3) when the texture cannot be read.
@@ -27,6 +28,7 @@ struct ViewOptions {
   /// points up by custom, and y for all others.
   /// @param format of the mesh: "stl".
   [[nodiscard]] view::UpAxis upAxis(const std::string& format) const;
+  [[nodiscard]] const Welding& welding() const { return welding_; }
 
  private:
   bool wireframe_ = false;
@@ -46,6 +48,7 @@ struct ViewOptions {
   std::string up_;
   std::string textureFile_;
   std::string background_;
+  Welding welding_;
 };
 
 /// Makes a mesh ready for drawing.
@@ -53,10 +56,12 @@ struct ViewOptions {
 
 /// Reads a mesh file with its colours, materials and the pictures that these name, and makes it
 /// ready for drawing. A picture that cannot be had is told and left out.
-/// @param format as readMesh() takes it. @param withDefects whether they are to be found as well.
+/// @param format as readMesh() takes it. @param welding done first. @param withDefects whether they
+/// are to be found as well.
 /// @throws Failure or Error.
 [[nodiscard]] std::unique_ptr<view::SceneMesh> readScene(const std::string& file,
                                                          const std::string& format,
-                                                         bool withDefects, const Console& console);
+                                                         const Welding& welding, bool withDefects,
+                                                         const Console& console);
 
 }  // namespace zel::program

@@ -3,9 +3,11 @@
 
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/format_options.h"
+#include "tools/zel/mesh_contents.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
 #include "tools/zel/report.h"
+#include "tools/zel/welding.h"
 
 namespace zel::program {
 
@@ -45,16 +47,18 @@ class CheckCommand : public Command {
         .oneOf(names);
     options.flag("--json", json_, "One JSON object a line for each file");
     declareFrom(options, from_);
+    welding_.declare(options);
     options.note("Exit code 1 tells that a file has a defect.");
     options.example("zel check bunny.obj --ignore openEdges");
   }
 
   ExitCode run(const Console& console) override {
     return forEachFile(files_, console, [&](const std::string& file) {
-      const Mesh mesh = readMesh(file, from_, console);
+      Mesh mesh = readMesh(file, from_, console);
+      welding_.apply(mesh, file, console);
       const Defects defects = findDefects(mesh);
       if (!console.quiet) {
-        console.result(reportOn(file, defects).print(json_));
+        console.result(reportOn(file, contentsOf(mesh), defects).print(json_));
       }
       return hasAny(defects) ? ExitCode::kFound : ExitCode::kDone;
     });
@@ -71,8 +75,10 @@ class CheckCommand : public Command {
     });
   }
 
-  [[nodiscard]] Report reportOn(const std::string& file, const Defects& defects) const {
+  [[nodiscard]] Report reportOn(const std::string& file, Contents contents,
+                                const Defects& defects) const {
     Report report(file);
+    reportContents(report, contents);
     for (const DefectClass& defect : kDefectClasses) {
       const int count = defects.*defect.count;
       report.row(defect.name,
@@ -81,13 +87,16 @@ class CheckCommand : public Command {
                                   (counts(defect) ? "" : " (ignored)"),
                  {{defect.name, count}});
     }
-    report.answer("sound", "sound", !hasAny(defects), "no defects", "");
+    report.answer("sound", "sound", !hasAny(defects),
+                  contents == Contents::kFaces ? "no defects" : "no defects, for want of faces",
+                  "");
     return report;
   }
 
   std::vector<std::string> files_;
   std::vector<std::string> ignored_;
   std::string from_;
+  Welding welding_;
   bool json_ = false;
 };
 

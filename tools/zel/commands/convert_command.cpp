@@ -1,3 +1,6 @@
+#include <array>
+#include <charconv>
+
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/mesh_transfer.h"
 #include "tools/zel/progress.h"
@@ -10,23 +13,50 @@ class ConvertCommand : public Command {
  public:
   void declare(Options& options) override {
     files_.declare(options);
-    options.flag("--weld", weld_, "Merge coincident nodes and repeated faces");
+    options.flag("--triangulate", triangulate_, "Cut every quad along its better diagonal");
+    options.flag("--centre", centre_, "Move the middle of the bounds to the origin");
     options.example("zel convert bunny.obj bunny.zel");
   }
 
   ExitCode run(const Console& console) override {
     Mesh mesh = files_.read(console);
-    if (weld_) {
-      JobProgress progress(console, "welding " + files_.input());
-      weld(mesh, {.progress = progress.told()});
+    if (triangulate_) {
+      JobProgress progress(console, "triangulating " + files_.input());
+      const int cut = triangulate(mesh, {.progress = progress.told()}).quadsCut;
+      console.remark(files_.input() + ": " + std::to_string(cut) + " quads cut");
+    }
+    if (centre_) {
+      centre(mesh, console);
     }
     files_.write(mesh, console);
+    // The report must not run into a mesh that goes to standard output.
+    if (files_.welded() && !console.quiet && !files_.writesStandardOutput()) {
+      console.result(reportOn(*files_.welded()).print(false));
+    }
     return ExitCode::kDone;
   }
 
  private:
+  void centre(Mesh& mesh, const Console& console) const {
+    const Bounds bounds = boundsOf(mesh);
+    std::array<float, 16> motion = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
+    std::string told;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+      // A zero, too, without a sign.
+      motion[12 + axis] =
+          0.0F - static_cast<float>((double{bounds.low[axis]} + bounds.high[axis]) / 2);
+      std::array<char, 32> digits{};
+      const auto end =
+          std::to_chars(digits.data(), digits.data() + digits.size(), motion[12 + axis]);
+      told += " " + std::string(digits.data(), end.ptr);
+    }
+    transform(mesh, motion);
+    console.note(files_.input() + ": moved by" + told);
+  }
+
   MeshTransfer files_;
-  bool weld_ = false;
+  bool triangulate_ = false;
+  bool centre_ = false;
 };
 
 }  // namespace

@@ -2,9 +2,11 @@
 
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/format_options.h"
+#include "tools/zel/mesh_contents.h"
 #include "tools/zel/mesh_file.h"
 #include "tools/zel/number_text.h"
 #include "tools/zel/report.h"
+#include "tools/zel/welding.h"
 
 namespace zel::program {
 
@@ -64,6 +66,7 @@ void reportSize(Report& report, const Measures& facts) {
 
 Report reportOn(const std::string& file, const Mesh& mesh, const Measures& facts) {
   Report report(file);
+  reportContents(report, contentsOf(mesh));
   reportSlots(report, "nodes", "nodeSlots", mesh.nodes);
   reportSlots(report, "triangles", "triangleSlots", mesh.triangles);
   reportSlots(report, "quads", "quadSlots", mesh.quads);
@@ -86,12 +89,14 @@ class InfoCommand : public Command {
     options.argument("FILES", files_, "Mesh files, or - for standard input").required();
     options.flag("--json", json_, "One JSON object a line for each file");
     declareFrom(options, from_);
+    welding_.declare(options);
     options.example("zel info bunny.obj --json");
   }
 
   ExitCode run(const Console& console) override {
     return forEachFile(files_, console, [&](const std::string& file) {
-      const Mesh mesh = readMesh(file, from_, console);
+      Mesh mesh = readMesh(file, from_, console);
+      welding_.apply(mesh, file, console);
       console.result(reportOn(file, mesh, measure(mesh)).print(json_));
       return ExitCode::kDone;
     });
@@ -100,6 +105,7 @@ class InfoCommand : public Command {
  private:
   std::vector<std::string> files_;
   std::string from_;
+  Welding welding_;
   bool json_ = false;
 };
 

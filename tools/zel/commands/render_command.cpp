@@ -92,7 +92,10 @@ class RenderCommand : public Command {
       const view::TextureImage texture = viewOptions_.texture();
       view::DrawOptions options = viewOptions_.drawOptions();
       const std::unique_ptr<view::SceneMesh> scene =
-          readScene(file_, from_, options.defects, console);
+          readScene(file_, from_, viewOptions_.welding(), options.defects, console);
+      if (scene->shownNodes.empty()) {
+        throw unreadable(file_, "there is nothing to draw: no faces and no nodes");
+      }
       options.textured = options.textured || !scene->textures.empty();
       if (options.textured && scene->textureCoords.empty()) {
         throw unreadable(file_, "the mesh has no texture coordinates to lay a texture over");

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/mesh_transfer.h"
 #include "tools/zel/number_text.h"
@@ -19,7 +21,12 @@ Report reportOn(const std::string& file, const UnfoldReport& unfolded) {
   };
   faces("unreached", "unreachedFaces", unfolded.unreachedFaces, " faces");
   faces("flipped", "flippedFaces", unfolded.flippedFaces, " triangles");
-  faces("overlapping", "overlappingFaces", unfolded.overlappingFaces, " triangles");
+  const double part =
+      unfolded.overlappingFaces / std::max(1.0, static_cast<double>(unfolded.unfoldedFaces));
+  report.row("overlapping",
+             groupedText(unfolded.overlappingFaces) + " triangles, " + shortText(100.0 * part) +
+                 " % of those unfolded",
+             {{"overlappingFaces", unfolded.overlappingFaces}});
   report.row("length error",
              "mean " + shortText(100.0 * unfolded.meanLengthError) + " %, worst " +
                  shortText(100.0 * unfolded.worstLengthError) + " %",
@@ -36,7 +43,8 @@ class UnfoldCommand : public Command {
     options.flag("--json", json_, "The report as one line of JSON");
     options.note(
         "Unfolds the triangles into the plane, each beside the one it was reached from, and stores "
-        "the result as texture coordinates in the unit of the mesh.");
+        "the result as texture coordinates in the unit of the mesh. Strips of a curved mesh may "
+        "overlap one another: the report tells how many triangles do, and what part that is.");
     options.example("zel unfold spot.obj spot.zel --svg spot.svg");
   }
 

@@ -71,7 +71,7 @@ class ViewCommand : public Command {
  private:
   [[nodiscard]] view::OpenedScene open(const std::string& file, const Console& console) const {
     view::OpenedScene opened;
-    opened.scene = readScene(file, from_, true, console);
+    opened.scene = readScene(file, from_, viewOptions_.welding(), true, console);
     opened.up = viewOptions_.upAxis(inputFormatName(file, from_));
     opened.title = windowTitle(file, *opened.scene);
     return opened;

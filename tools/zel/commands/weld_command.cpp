@@ -1,10 +1,5 @@
-#include <optional>
-
 #include "tools/zel/commands/commands.h"
 #include "tools/zel/mesh_transfer.h"
-#include "tools/zel/number_text.h"
-#include "tools/zel/progress.h"
-#include "tools/zel/report.h"
 
 namespace zel::program {
 
@@ -24,15 +19,7 @@ std::string mapText(const std::vector<int>& newSlots) {
 class WeldCommand : public Command {
  public:
   void declare(Options& options) override {
-    files_.declare(options);
-    const Option& absolute =
-        options.value("--tolerance", "DISTANCE", tolerance_, "Merge nodes up to this far apart")
-            .notNegative();
-    options
-        .value("--relative", "PART", relative_,
-               "The tolerance as a part of the bounds' diagonal (1e-6)")
-        .notNegative()
-        .excludes(absolute);
+    files_.declare(options, Welding::When::kAlways);
     options.value("--map", "FILE", map_, "Write a line OLD NEW for each node to this file");
     options.flag("--json", json_, "One JSON object");
     options.note(
@@ -43,8 +30,8 @@ class WeldCommand : public Command {
 
   ExitCode run(const Console& console) override {
     files_.expectOtherFile(map_);
-    Mesh mesh = files_.read(console);
-    const WeldReport report = welded(mesh, console);
+    const Mesh mesh = files_.read(console);
+    const WeldReport& report = *files_.welded();
     files_.write(
         mesh, map_, [&] { return mapText(report.newIndexOf); }, console);
     // The report must not run into a mesh that goes to standard output.
@@ -55,27 +42,7 @@ class WeldCommand : public Command {
   }
 
  private:
-  WeldReport welded(Mesh& mesh, const Console& console) const {
-    const Tolerance relative = relative_ ? Relative(*relative_) : kDefaultTolerance;
-    JobProgress progress(console, "welding " + files_.input());
-    return weld(mesh, {.tolerance = tolerance_ ? Absolute(*tolerance_) : relative,
-                       .progress = progress.told()});
-  }
-
-  static Report reportOn(const WeldReport& weld) {
-    Report report;
-    report.measure("tolerance", "tolerance", weld.toleranceUsed);
-    report.count("nodes merged", "nodesMerged", weld.nodesMerged);
-    report.measure("largest move", "largestMove", weld.largestMove);
-    report.count("faces collapsed", "facesCollapsed", weld.facesCollapsed);
-    report.count("faces repeated", "facesRepeated", weld.facesRepeated);
-    report.count("quads narrowed", "quadsNarrowed", weld.quadsNarrowed);
-    return report;
-  }
-
   MeshTransfer files_;
-  std::optional<double> tolerance_;
-  std::optional<double> relative_;
   std::string map_;
   bool json_ = false;
 };
