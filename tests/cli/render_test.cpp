@@ -43,6 +43,19 @@ TEST_F(Render, writesToStandardOutputAndNothingElseThere) {
   EXPECT_EQ(pixelOf(picture, 20, 15)[3], 255);
 }
 
+// Welding drops the repeated face, so that the nodes of the green one move up.
+TEST_F(Render, weldsFirstAndColoursFollowTheNodes) {
+  const std::string red = "v -9 0 0 1 0 0\nv -8 0 0 1 0 0\nv -9 1 0 1 0 0\n";
+  write("a.obj", red + red + "v -9 -9 0 0 1 0\nv 9 -9 0 0 1 0\nv 0 9 0 0 1 0\n" +
+                     "f 1 2 3\nf 4 5 6\nf 7 8 9\n");
+  const ProgramRun done =
+      run({"render", "a.obj", "-o", "a.png", "--view", "front", "--size", "60x60", "--weld"});
+  ASSERT_EQ(done.exitCode, 0) << done.err;
+  EXPECT_TRUE(done.out.find(" 2 faces drawn") != std::string::npos) << done.out;
+  const auto green = pixelOf(readPng(content("a.png")), 30, 30);
+  EXPECT_GT(green[1], 2 * green[0]);
+}
+
 // A picture that is missing leaves the material's colour, and is told.
 TEST_F(Render, paintsWithTheMaterialsOfTheFile) {
   write("a.obj",

@@ -78,14 +78,6 @@ TEST_F(Welding, tellsWhatItCostAndThatStlCannotHoldIt) {
   }
 }
 
-TEST_F(Welding, goesBeforeAPictureToo) {
-  write("a.obj", solidObj(true));
-  expectSuccess({"convert", "a.obj", "a.stl"});
-  const ProgramRun done = run({"render", "a.stl", "-o", "a.png", "--size", "40x30", "--weld"});
-  EXPECT_EQ(done.exitCode, 0) << done.err;
-  EXPECT_EQ(done.err, "");
-}
-
 TEST_F(Welding, facesAreTurnedTheWayThatIsAsked) {
   write("in.obj", solidObj(false));
   write("out.obj", solidObj(true));
