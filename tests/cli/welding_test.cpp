@@ -126,6 +126,9 @@ TEST_F(Welding, convertCutsQuadsAndCentres) {
   ASSERT_EQ(done.exitCode, 0) << done.err;
   EXPECT_EQ(done.err, "a.obj: moved by -1002 -2 -2\n");
   EXPECT_EQ(content("b.obj"), "v -2 -2 0\nv 2 -1 0\nv -2 2 0\nv -1 -1 0\nf 1 2 4\nf 2 3 4\n");
+  write("nan.obj", "v 1 nan 3\nv 3 4 5\n");
+  expectSuccess({"convert", "nan.obj", "n.obj", "--centre"});
+  EXPECT_EQ(content("n.obj"), "v -2 nan -2\nv 0 0 0\n");
 }
 
 TEST_F(Welding, nothingAndPointsAreCalledWhatTheyAre) {

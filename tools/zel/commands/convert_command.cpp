@@ -37,20 +37,21 @@ class ConvertCommand : public Command {
   }
 
  private:
+  // Axis by axis, so that a coordinate that is not finite spoils no other.
   void centre(Mesh& mesh, const Console& console) const {
     const Bounds bounds = boundsOf(mesh);
-    std::array<float, 16> motion = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
     std::string told;
     for (std::size_t axis = 0; axis < 3; ++axis) {
-      // A zero, too, without a sign.
-      motion[12 + axis] =
+      // A move of 0 has no sign.
+      const float move =
           0.0F - static_cast<float>((double{bounds.low[axis]} + bounds.high[axis]) / 2);
+      for (int slot = 0; slot < mesh.nodes.GetBoundM(); ++slot) {
+        mesh.nodes[slot].point()[axis] += move;
+      }
       std::array<char, 32> digits{};
-      const auto end =
-          std::to_chars(digits.data(), digits.data() + digits.size(), motion[12 + axis]);
+      const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), move);
       told += " " + std::string(digits.data(), end.ptr);
     }
-    transform(mesh, motion);
     console.note(files_.input() + ": moved by" + told);
   }
 
