@@ -2,24 +2,14 @@
 
 #include <cstdio>
 
-int main() {
-  const float soup[2][3][3] = {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}},
-                               {{1, 0, 0}, {1, 1, 0}, {0, 1, 0}}};
-  NodeArr nodes;
-  TriangleArr triangles;
-  for (const auto& corners : soup) {
-    int indices[3];
-    for (int k = 0; k < 3; ++k) {
-      NodeCL node(zel::kTagAvailable);
-      node.SetPntM(corners[k]);
-      nodes.MergeNodeLstM(node, &indices[k]);
-    }
-    TriangleCL triangle(zel::kTagAvailable);
-    triangle.SetTriangleM(indices);
-    triangles.MergeTriangleLstM(triangle);
-  }
-  int face = 0;
-  const int along = triangles.JudgeBoundM(1, 2, &face);
-  std::printf("%d nodes, %d triangles, %d of them along the diagonal\n", nodes.GetAvailableNumM(),
-              triangles.GetAvailableNumM(), along);
+int main(int argc, char** argv) try {
+  zel::Mesh mesh = zel::readMesh(argc > 1 ? argv[1] : "scan.stl");
+  const zel::WeldReport welded = zel::weld(mesh, {.tolerance = zel::Relative(1e-6)});
+  const zel::Defects defects = zel::findDefects(mesh);
+  std::printf("%d nodes merged, %d edges open, area %g\n", welded.nodesMerged, defects.openEdges,
+              zel::measure(mesh).area);
+  zel::writeMesh(mesh, "welded.ply");
+} catch (const zel::Error& error) {
+  std::fprintf(stderr, "%s\n", error.what());
+  return static_cast<int>(error.code());
 }

@@ -2,6 +2,8 @@
 
 #include <filesystem>
 #include <regex>
+#include <string>
+#include <vector>
 
 #include "tests/support/temp_dir.h"
 
@@ -13,26 +15,29 @@ std::string source(const std::string& name) {
   return readFile(std::string(ZEL_SOURCE_DIR) + "/" + name);
 }
 
-/// The content of the first fenced block of that language.
-std::string fencedBlock(const std::string& text, const std::string& language) {
+/// The contents of all fenced blocks of that language, in their order.
+std::vector<std::string> fencedBlocks(const std::string& text, const std::string& language) {
   const std::string fence = "```" + language + "\n";
-  const std::size_t start = text.find(fence);
-  if (start == std::string::npos) {
-    return "";
+  std::vector<std::string> blocks;
+  for (std::size_t at = text.find(fence); at != std::string::npos; at = text.find(fence, at)) {
+    at += fence.size();
+    blocks.push_back(text.substr(at, text.find("```\n", at) - at));
   }
-  const std::size_t content = start + fence.size();
-  return text.substr(content, text.find("```\n", content) - content);
+  return blocks;
 }
 
 }  // namespace
 
-TEST(Readme, showsTheExampleThatIsBuilt) {
-  EXPECT_EQ(fencedBlock(source("README.md"), "cpp"), source("examples/readme_example.cpp"));
+TEST(Readme, showsTheExamplesThatAreBuilt) {
+  EXPECT_EQ(
+      fencedBlocks(source("README.md"), "cpp"),
+      (std::vector{source("examples/readme_example.cpp"), source("examples/classic_example.cpp")}));
 }
 
 TEST(Readme, everyLinkLeadsSomewhere) {
   for (const std::string page :
-       {"README.md", "docs/guide.md", "docs/format.md", "docs/formats.md"}) {
+       {"README.md", "docs/ARCHITECTURE.md", "docs/CONTRIBUTING.md", "docs/clusters.md",
+        "docs/guide.md", "docs/format.md", "docs/formats.md", "docs/names.md", "docs/python.md"}) {
     const std::string text = source(page);
     const auto folder = std::filesystem::path(ZEL_SOURCE_DIR) / page;
     const std::regex link("\\]\\(([^)#:]+)(#[^)]*)?\\)");
