@@ -8,7 +8,7 @@
 #include "zel/algorithms/detail/face_sets.h"
 #include "zel/core/detail/memory_errors.h"
 #include "zel/core/detail/progress_steps.h"
-#include "zel/mesh/detail/face_corners.h"
+#include "zel/mesh/detail/faces/face_corners.h"
 #include "zel/mesh/mesh.h"
 
 namespace zel {

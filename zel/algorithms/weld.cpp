@@ -13,8 +13,8 @@
 #include "zel/core/detail/prefetch.h"
 #include "zel/core/detail/progress_steps.h"
 #include "zel/mesh/detail/checked_lists.h"
-#include "zel/mesh/detail/face_corners.h"
-#include "zel/mesh/detail/kept_points.h"
+#include "zel/mesh/detail/faces/face_corners.h"
+#include "zel/mesh/detail/points/kept_points.h"
 #include "zel/mesh/mesh.h"
 
 namespace zel {

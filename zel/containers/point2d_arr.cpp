@@ -2,7 +2,6 @@
 
 #include "zel/containers/detail/rows.h"
 #include "zel/containers/detail/slot_store_impl.h"
-#include "zel/geometry/geometry.h"
 
 template class zel::SlotStore<zel::Float2, zel::FloatTuplePolicy>;
 
@@ -47,12 +46,4 @@ void Point2DArr::GetScopeM(float* xRange, float* yRange) const {
       ranges[axis][1] = point[axis] > ranges[axis][1] ? point[axis] : ranges[axis][1];
     }
   }
-}
-
-int Point2DArr::JudgePntInBoundM(const float* point) const {
-  constexpr int kSmallestRing = 4;  // a triangle whose last point repeats the first
-  if (slots_.bound() < kSmallestRing) {
-    return 0;
-  }
-  return slPointInterFaceM(getCurrentItemPrtConstM(), slots_.bound(), point) == 0 ? 1 : 0;
 }

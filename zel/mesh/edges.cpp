@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "zel/core/detail/memory_errors.h"
-#include "zel/mesh/detail/face_corners.h"
+#include "zel/mesh/detail/faces/face_corners.h"
 #include "zel/mesh/mesh.h"
 
 namespace zel {

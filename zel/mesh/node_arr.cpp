@@ -4,8 +4,8 @@
 #include "zel/containers/point3d_arr.h"
 #include "zel/geometry/detail/vectors.h"
 #include "zel/geometry/geometry.h"
-#include "zel/mesh/detail/extents.h"
-#include "zel/mesh/detail/node_index.h"
+#include "zel/mesh/detail/index/node_index.h"
+#include "zel/mesh/detail/points/extents.h"
 #include "zel/mesh/node.h"
 
 template class zel::SlotStore<NodeCL, zel::ElementPolicy>;

@@ -6,7 +6,7 @@
 #include "zel/containers/int_arr.h"
 #include "zel/geometry/detail/vectors.h"
 #include "zel/geometry/geometry.h"
-#include "zel/mesh/detail/node_index.h"
+#include "zel/mesh/detail/index/node_index.h"
 #include "zel/mesh/node.h"
 #include "zel/mesh/quad.h"
 #include "zel/mesh/triangle.h"

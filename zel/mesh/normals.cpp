@@ -9,7 +9,7 @@
 #include "zel/core/constants.h"
 #include "zel/core/memory.h"
 #include "zel/geometry/geometry.h"
-#include "zel/mesh/detail/node_index.h"
+#include "zel/mesh/detail/index/node_index.h"
 #include "zel/mesh/node.h"
 #include "zel/mesh/quad.h"
 #include "zel/mesh/triangle.h"

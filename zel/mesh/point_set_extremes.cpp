@@ -7,9 +7,9 @@
 #include "zel/core/constants.h"
 #include "zel/core/memory.h"
 #include "zel/geometry/geometry.h"
-#include "zel/mesh/detail/extents.h"
-#include "zel/mesh/detail/farthest_pair.h"
-#include "zel/mesh/detail/point_set_scan.h"
+#include "zel/mesh/detail/points/extents.h"
+#include "zel/mesh/detail/points/farthest_pair.h"
+#include "zel/mesh/detail/points/point_set_scan.h"
 
 float Point3DArr::GetFarthestTwoPointsM(int start, int k, int* a, int* b) const {
   zel::FarthestPair pair{0.0F, zel::kNoIndex, zel::kNoIndex};

@@ -4,7 +4,7 @@
 #include "zel/geometry/detail/plane_feet.h"
 #include "zel/geometry/detail/vectors.h"
 #include "zel/geometry/geometry.h"
-#include "zel/mesh/detail/point_set_scan.h"
+#include "zel/mesh/detail/points/point_set_scan.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "zel/mesh/quad.h"
 
-#include "zel/mesh/detail/face_record_ops.h"
+#include "zel/mesh/detail/faces/face_record_ops.h"
 
 void QuadCL::GetQuadM(int* out) const { std::copy_n(record_.corners, 4, out); }
 

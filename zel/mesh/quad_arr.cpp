@@ -1,7 +1,7 @@
 // The list of quads.
 
 #include "zel/containers/detail/rows.h"
-#include "zel/mesh/detail/face_list_ops.h"
+#include "zel/mesh/detail/faces/face_list_ops.h"
 #include "zel/mesh/quad.h"
 
 template class zel::SlotStore<QuadCL, zel::ElementPolicy>;

@@ -13,7 +13,7 @@
 #include "zel/core/memory.h"
 #include "zel/geometry/detail/vectors.h"
 #include "zel/geometry/geometry.h"
-#include "zel/mesh/detail/directed_edges.h"
+#include "zel/mesh/detail/faces/directed_edges.h"
 #include "zel/mesh/node.h"
 #include "zel/mesh/triangle.h"
 

@@ -1,6 +1,6 @@
 #include "zel/mesh/triangle.h"
 
-#include "zel/mesh/detail/face_record_ops.h"
+#include "zel/mesh/detail/faces/face_record_ops.h"
 
 void TriangleCL::GetTriangleM(int* out) const { std::copy_n(record_.corners, 3, out); }
 

@@ -5,7 +5,7 @@
 #include "zel/containers/detail/rows.h"
 #include "zel/containers/int2d_arr.h"
 #include "zel/geometry/detail/vectors.h"
-#include "zel/mesh/detail/face_list_ops.h"
+#include "zel/mesh/detail/faces/face_list_ops.h"
 #include "zel/mesh/node.h"
 #include "zel/mesh/triangle.h"
 

@@ -1,26 +1,12 @@
 // Adding, following, renumbering and removing triangles.
 
-#include "zel/mesh/detail/face_list_ops.h"
+#include "zel/mesh/detail/faces/face_list_ops.h"
 #include "zel/mesh/triangle.h"
 
 void TriangleArr::AddTriangleM(const int* indices, const float* normal) {
   TriangleCL triangle;
   triangle.ModifyM(indices, normal);
   faces_.add(triangle);
-}
-
-int TriangleArr::MergeTriangleLstM(TriangleCL triangle) {
-  const auto& record = triangle.record();
-  if (zel::hasEqualCorners(record)) {
-    return 0;
-  }
-  auto* index = faces_.knownIndex();
-  if ((index == nullptr || !index->surelyLacks(record.corners)) &&
-      zel::anyFaceWithin(faces_, record.corners, [](int /*slot*/) { return true; })) {
-    return 0;
-  }
-  faces_.add(triangle);
-  return 1;
 }
 
 int TriangleArr::ModifyM(int pos, const int* indices, const float* normal) {

@@ -8,7 +8,7 @@
 #include <optional>
 #include <span>
 
-#include "zel/mesh/detail/kept_points.h"
+#include "zel/mesh/detail/points/kept_points.h"
 #include "zel/mesh/mesh.h"
 
 namespace zel {

@@ -9,10 +9,10 @@
 
 #include "zel/containers/detail/slot_index.h"
 #include "zel/core/constants.h"
-#include "zel/mesh/detail/candidates.h"
-#include "zel/mesh/detail/corner_sets.h"
-#include "zel/mesh/detail/incidence.h"
-#include "zel/mesh/detail/slot_set.h"
+#include "zel/mesh/detail/index/candidates.h"
+#include "zel/mesh/detail/index/corner_sets.h"
+#include "zel/mesh/detail/index/incidence.h"
+#include "zel/mesh/detail/index/slot_set.h"
 #include "zel/mesh/triangle.h"
 
 namespace zel {

@@ -1,4 +1,4 @@
-#include "zel/mesh/detail/node_index.h"
+#include "zel/mesh/detail/index/node_index.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "zel/mesh/detail/farthest_pair.h"
+#include "zel/mesh/detail/points/farthest_pair.h"
 
 #include <algorithm>
 #include <array>

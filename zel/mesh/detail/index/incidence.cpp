@@ -1,4 +1,4 @@
-#include "zel/mesh/detail/incidence.h"
+#include "zel/mesh/detail/index/incidence.h"
 
 namespace zel {
 

@@ -1,4 +1,4 @@
-#include "zel/mesh/detail/directed_edges.h"
+#include "zel/mesh/detail/faces/directed_edges.h"
 
 #include <algorithm>
 

@@ -5,9 +5,9 @@
 
 #include "zel/containers/detail/indexed_slots_impl.h"
 #include "zel/core/constants.h"
-#include "zel/mesh/detail/candidates.h"
-#include "zel/mesh/detail/face_index.h"
-#include "zel/mesh/detail/face_record_ops.h"
+#include "zel/mesh/detail/faces/face_record_ops.h"
+#include "zel/mesh/detail/index/candidates.h"
+#include "zel/mesh/detail/index/face_index.h"
 
 namespace zel {
 

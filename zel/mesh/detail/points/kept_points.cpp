@@ -1,4 +1,4 @@
-#include "zel/mesh/detail/kept_points.h"
+#include "zel/mesh/detail/points/kept_points.h"
 
 #include <cmath>
 

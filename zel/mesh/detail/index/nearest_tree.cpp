@@ -1,4 +1,4 @@
-#include "zel/mesh/detail/nearest_tree.h"
+#include "zel/mesh/detail/index/nearest_tree.h"
 
 #include <algorithm>
 #include <cmath>

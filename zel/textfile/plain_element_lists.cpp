@@ -1,4 +1,4 @@
-// The mesh arrays on plain stdio streams: their own lists and the DB export.
+// The plain lists of the mesh arrays, on stdio streams, and the DB export.
 
 #include <algorithm>
 #include <cstdint>

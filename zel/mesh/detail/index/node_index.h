@@ -8,7 +8,7 @@
 #include "zel/containers/detail/slot_index.h"
 #include "zel/core/constants.h"
 #include "zel/geometry/detail/vectors.h"
-#include "zel/mesh/detail/nearest_tree.h"
+#include "zel/mesh/detail/index/nearest_tree.h"
 #include "zel/mesh/node.h"
 
 namespace zel {
