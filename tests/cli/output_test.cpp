@@ -91,4 +91,43 @@ TEST_F(Outputs, aReplacedFileKeepsItsPermissionsAndItsLinks) {
             std::filesystem::perms(0640));
 }
 
+TEST_F(Outputs, textsBesideTheMeshThatCannotBeWrittenLeaveTheMeshAlone) {
+  write("target.zel", "as it was");
+  const Arguments cases[] = {{"weld", "source.obj", "target.zel", "--map", "/dev/full"},
+                             {"unfold", "source.obj", "target.zel", "--svg", "/dev/full"}};
+  for (const Arguments& arguments : cases) {
+    EXPECT_EQ(exitCode(arguments), 4) << arguments[0];
+    EXPECT_EQ(content("target.zel"), "as it was");
+  }
+}
+
+TEST_F(Outputs, closedStreamsTakeNoRemarkIntoAnOutput) {
+  expectSuccess({"convert", "source.obj", "whole.zel"});
+  for (const int stream : {0, 1, 2}) {
+    const ProgramRun done = run({"convert", "-v", "source.obj", "t.zel"}, {.closedStream = stream});
+    EXPECT_EQ(done.exitCode, 0) << stream;
+    EXPECT_EQ(content("t.zel"), content("whole.zel")) << stream;
+  }
+  EXPECT_EQ(run({"info", "source.obj"}, {.closedStream = 1}).exitCode, 4);
+  EXPECT_EQ(run({"info", "-"}, {.closedStream = 0}).exitCode, 3);
+}
+
+TEST_F(Outputs, aMissingDirectoryForTemporaryFilesIsSaid) {
+  const std::vector<std::string> nowhere = {"TMPDIR=/no/where"};
+  const ProgramRun read = run({"info", "-", "--from", "off"}, {.environment = nowhere});
+  EXPECT_EQ(read.exitCode, 3);
+  const ProgramRun written = run({"convert", "source.obj", "-"}, {.environment = nowhere});
+  EXPECT_EQ(written.exitCode, 4);
+  for (const std::string& line : {read.err, written.err}) {
+    EXPECT_NE(line.find("no directory for temporary files"), std::string::npos) << line;
+  }
+}
+
+TEST_F(Outputs, theTextFormIsWrittenWhenAskedFor) {
+  expectSuccess({"convert", "source.obj", "text.stl", "--ascii", "-q"});
+  EXPECT_EQ(content("text.stl").substr(0, 6), "solid ");
+  expectSuccess({"convert", "source.obj", "text.ply", "--ascii", "-q"});
+  EXPECT_NE(content("text.ply").find("format ascii 1.0"), std::string::npos);
+}
+
 }  // namespace zel::test

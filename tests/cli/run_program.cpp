@@ -42,11 +42,19 @@ void redirect(int descriptor, const std::string& file, int flags) {
     setrlimit(RLIMIT_FSIZE, &limit);
   }
   arguments.insert(arguments.begin(), ZEL_PROGRAM);
+  if (setup.closedStream >= 0) {
+    close(setup.closedStream);
+  }
   std::vector<char*> pointers;
   for (std::string& argument : arguments) {
     pointers.push_back(argument.data());
   }
   pointers.push_back(nullptr);
+  if (setup.memoryLimit > 0) {
+    const auto bytes = static_cast<rlim_t>(setup.memoryLimit);
+    const rlimit limit = {bytes, bytes};
+    setrlimit(RLIMIT_AS, &limit);
+  }
   execv(ZEL_PROGRAM, pointers.data());
   _exit(127);
 }

@@ -20,6 +20,8 @@ struct ProgramSetup {
   std::vector<std::string> environment = {};  ///< "NAME=value", added to the test's own
   std::string workingDirectory = {};          ///< empty: the test's own
   std::string outFile = {};  ///< where standard output goes; empty: into ProgramRun
+  long memoryLimit = 0;      ///< bytes of address space that it may use; 0: no limit
+  int closedStream = -1;     ///< the standard stream that is closed when it starts; -1: none
   long fileSizeLimit = 0;    ///< largest file it may write; 0: no limit
   int killSignal = 0;        ///< sent after killDelay milliseconds, 0: never
   int killDelay = 0;

@@ -50,7 +50,11 @@ InputFile::InputFile(const std::string& name) : name_(name), path_(name) {
 }
 
 void InputFile::spool(int descriptor) {
-  spooled_.emplace(TemporaryFile::startInTemporaryDirectory());
+  const std::string start = TemporaryFile::startInTemporaryDirectory();
+  if (start.empty()) {
+    throw unreadable(name_, "there is no directory for temporary files");
+  }
+  spooled_.emplace(start);
   if (!spooled_->isOpen()) {
     throw unreadable(name_, "no temporary file: " + systemText(errno));
   }

@@ -55,14 +55,19 @@ Mesh readMesh(const std::string& file, const std::string& format, const Console&
   return mesh;
 }
 
-void writeMesh(const Mesh& mesh, const std::string& file, const std::string& format,
+void writeMesh(const Mesh& mesh, const std::string& file, const MeshWriting& how,
                const Console& console) {
-  const KnownFormat& known = outputFormat(file == "-" ? "-.zel" : file, format);
+  const KnownFormat& known = outputFormat(file == "-" ? "-.zel" : file, how.format);
   const std::unique_ptr<OutputFile> output = outputNamed(file);
   Remarks remarks;
   {
     JobProgress progress(console, "writing " + output->name());
-    zel::writeMesh(mesh, *output, {.format = known.name, .progress = progress.told()}, &remarks);
+    zel::writeMesh(mesh, *output,
+                   {.format = known.name, .ascii = how.ascii, .progress = progress.told()},
+                   &remarks);
+  }
+  if (how.beforeItAppears) {
+    how.beforeItAppears();
   }
   output->commit();
   tell(console, output->name(), remarks);
@@ -75,10 +80,16 @@ std::unique_ptr<OutputFile> outputNamed(const std::string& file) {
                      : std::make_unique<OutputFile>(file);
 }
 
+bool isDevice(const std::string& file) {
+  std::error_code error;
+  return file == "-" ||
+         (std::filesystem::exists(file, error) && !std::filesystem::is_regular_file(file, error));
+}
+
 bool isSameFile(const std::string& a, const std::string& b) {
   namespace fs = std::filesystem;
   std::error_code error;
-  if (a == "-" || b == "-" || (fs::exists(a, error) && !fs::is_regular_file(a, error))) {
+  if (b == "-" || isDevice(a)) {
     return false;
   }
   const auto placeOf = [&](const std::string& name) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -19,14 +20,23 @@ namespace zel::program {
 [[nodiscard]] Mesh readMesh(const std::string& file, const std::string& format,
                             const Console& console, Appearance* looks = nullptr);
 
+/// How a mesh is written.
+struct MeshWriting {
+  std::string format = {};                     ///< the value of --to; empty: by the extension
+  bool ascii = false;                          ///< the text form of a format that has two
+  std::function<void()> beforeItAppears = {};  ///< called when only that is left; may throw
+};
+
 /// Writes a mesh whole or not at all.
-/// @param file a file name or "-". @param format the value of --to; empty: by the extension.
-/// @throws Failure or Error.
-void writeMesh(const Mesh& mesh, const std::string& file, const std::string& format,
+/// @param file a file name or "-". @throws Failure or Error.
+void writeMesh(const Mesh& mesh, const std::string& file, const MeshWriting& how,
                const Console& console);
 
 /// @param file a file name, or "-" for standard output. @throws Error (code 4).
 [[nodiscard]] std::unique_ptr<OutputFile> outputNamed(const std::string& file);
+
+/// Whether a file is a device, a pipe or standard output, which are written to and not replaced.
+[[nodiscard]] bool isDevice(const std::string& file);
 
 /// Whether what is written to one file would replace the other. Devices are not replaced.
 [[nodiscard]] bool isSameFile(const std::string& a, const std::string& b);

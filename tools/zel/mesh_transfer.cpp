@@ -14,6 +14,7 @@ void MeshTransfer::declare(Options& options, Welding::When welds) {
   options.argument("OUTPUT", output_, "File to write, or - for standard output");
   declareFrom(options, from_);
   declareTo(options, to_);
+  options.flag("--ascii", ascii_, "Write the text form of PLY or STL");
   options.flag("--in-place", inPlace_, "Replace the input instead of writing another file");
   welding_.declare(options, welds);
 }
@@ -39,10 +40,15 @@ void MeshTransfer::expectOtherFile(const std::string& second) const {
 }
 
 void MeshTransfer::write(const Mesh& mesh, const Console& console) const {
+  write(mesh, std::function<void()>(), console);
+}
+
+void MeshTransfer::write(const Mesh& mesh, const std::function<void()>& beforeItAppears,
+                         const Console& console) const {
   const bool sameFormat = inPlace_ && to_.empty();
   const std::string& target = inPlace_ ? input_ : output_;
   const std::string& format = sameFormat ? from_ : to_;
-  writeMesh(mesh, target, format, console);
+  writeMesh(mesh, target, {format, ascii_, beforeItAppears}, console);
   if (welded_ && !(target == "-" && format.empty()) && outputFormat(target, format).name == "stl") {
     console.note(target +
                  ": an STL file cannot hold a welded mesh: each triangle is written, and read "
@@ -57,10 +63,17 @@ void MeshTransfer::write(const Mesh& mesh, const std::string& second,
     output = outputNamed(second);
     output->write(text());
   }
-  write(mesh, console);
-  if (output != nullptr) {
-    output->commit();
-  }
+  // A device may refuse the text yet, so it comes before the mesh; a file that is written whole
+  // only has to be given its name.
+  const bool isFirst = isDevice(second);
+  const auto commitText = [&output] {
+    if (output != nullptr) {
+      output->commit();
+      output.reset();
+    }
+  };
+  write(mesh, isFirst ? std::function<void()>(commitText) : nullptr, console);
+  commitText();
 }
 
 }  // namespace zel::program

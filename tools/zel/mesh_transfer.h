@@ -13,7 +13,7 @@ namespace zel::program {
 /// The options of every subcommand that takes one mesh in and gives one mesh out.
 class MeshTransfer {
  public:
-  /// Adds INPUT, OUTPUT, --from, --to, --in-place and the options of welding.
+  /// Adds INPUT, OUTPUT, --from, --to, --ascii, --in-place and the options of welding.
   void declare(Options& options, Welding::When welds = Welding::When::kAsked);
 
   /// What the input is called in messages.
@@ -35,11 +35,15 @@ class MeshTransfer {
              const Console& console) const;
 
  private:
+  void write(const Mesh& mesh, const std::function<void()>& beforeItAppears,
+             const Console& console) const;
+
   std::string input_;
   std::string output_;
   std::string from_;
   std::string to_;
   bool inPlace_ = false;
+  bool ascii_ = false;
   Welding welding_;
   std::optional<WeldReport> welded_;
 };

@@ -78,8 +78,9 @@ TemporaryFile::~TemporaryFile() {
 }
 
 std::string TemporaryFile::startInTemporaryDirectory() {
-  std::error_code none;
-  return (std::filesystem::temp_directory_path(none) / "zel-").string();
+  std::error_code error;
+  const std::filesystem::path directory = std::filesystem::temp_directory_path(error);
+  return error ? "" : (directory / "zel-").string();
 }
 
 }  // namespace zel::program

@@ -24,7 +24,8 @@ class TemporaryFile {
   [[nodiscard]] const std::string& path() const { return path_; }
   [[nodiscard]] const FileDescriptor& descriptor() const { return descriptor_; }
 
-  /// Start of a name in the system's directory for temporary files.
+  /// @return the start of a name in the system's directory for temporary files; empty when there
+  ///         is no such directory.
   static std::string startInTemporaryDirectory();
 
  private:

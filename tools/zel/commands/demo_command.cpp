@@ -100,7 +100,7 @@ class DemoCommand : public Command {
     if (!directory.empty() && !std::filesystem::create_directories(directory, error) && error) {
       throw unwritable(directory.string(), systemText(error.value()));
     }
-    writeMesh(mesh, output_, "zel", console);
+    writeMesh(mesh, output_, {.format = "zel"}, console);
   }
 
   static std::string soupText(const DemoSoup& soup) {

@@ -205,14 +205,14 @@ void confine(const ReadOrder& order) {
   if (getppid() != order.parent) {
     _exit(1);
   }
+  std::snprintf(memoryRefusal.data(), memoryRefusal.size(), "%s", memoryText(order.limits).c_str());
+  // Refused memory is told at once, before the library can take it for a fault of the file.
+  std::set_new_handler(refuseMemory);
   lower(RLIMIT_CORE, 0, 0);
   lower(RLIMIT_CPU, order.limits.processorTime, order.limits.processorTime + 1);
   if (!kIsSanitized) {
     lower(RLIMIT_AS, order.limits.memory, order.limits.memory);
   }
-  std::snprintf(memoryRefusal.data(), memoryRefusal.size(), "%s", memoryText(order.limits).c_str());
-  // Before the library can take the refusal for a fault of the file.
-  std::set_new_handler(refuseMemory);
 }
 
 }  // namespace
