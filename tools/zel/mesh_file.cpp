@@ -18,10 +18,15 @@ constexpr const char* kStandardInput = "standard input";
 
 /// Tells what a file and a mesh do not share; what is only worth knowing, to those who want to
 /// know.
-void tell(const Console& console, const std::string& name, const Remarks& remarks) {
+void tell(const Console& console, const Remarks& remarks) {
   for (const Remark& remark : remarks) {
-    const std::string text = name + ": " + remark.text;
-    remark.kind == Remark::Kind::kNote ? console.remark(text) : console.note(text);
+    remark.kind == Remark::Kind::kNote ? console.remark(remark.text) : console.note(remark.text);
+  }
+}
+
+void nameFile(Remarks& remarks, const std::string& name) {
+  for (Remark& remark : remarks) {
+    remark.text.insert(0, name + ": ");
   }
 }
 
@@ -47,7 +52,8 @@ Mesh readMesh(const std::string& file, const std::string& format, const Console&
     options.format = known == nullptr ? "" : known->name;
     mesh = readOwn(file, options, remarks);
   }
-  tell(console, name, remarks);
+  nameFile(remarks, name);
+  tell(console, remarks);
   console.remark("read " + name + (known == nullptr ? "" : " (" + known->name + ")") + ": " +
                  std::to_string(mesh.nodes.GetAvailableNumM()) + " nodes, " +
                  std::to_string(mesh.triangles.GetAvailableNumM()) + " triangles, " +
@@ -66,13 +72,16 @@ void writeMesh(const Mesh& mesh, const std::string& file, const MeshWriting& how
                    {.format = known.name, .ascii = how.ascii, .progress = progress.told()},
                    &remarks);
   }
+  // Once the file has appeared, nothing may fail for want of memory.
+  nameFile(remarks, output->name());
+  const std::string done = "wrote " + output->name() + " (" + known.name +
+                           "): " + std::to_string(output->size()) + " bytes";
   if (how.beforeItAppears) {
     how.beforeItAppears();
   }
   output->commit();
-  tell(console, output->name(), remarks);
-  console.remark("wrote " + output->name() + " (" + known.name +
-                 "): " + std::to_string(output->size()) + " bytes");
+  tell(console, remarks);
+  console.remark(done);
 }
 
 std::unique_ptr<OutputFile> outputNamed(const std::string& file) {

@@ -48,11 +48,15 @@ void MeshTransfer::write(const Mesh& mesh, const std::function<void()>& beforeIt
   const bool sameFormat = inPlace_ && to_.empty();
   const std::string& target = inPlace_ ? input_ : output_;
   const std::string& format = sameFormat ? from_ : to_;
-  writeMesh(mesh, target, {format, ascii_, beforeItAppears}, console);
+  std::string note;
   if (welded_ && !(target == "-" && format.empty()) && outputFormat(target, format).name == "stl") {
-    console.note(target +
-                 ": an STL file cannot hold a welded mesh: each triangle is written, and read "
-                 "back, with nodes of its own");
+    note = target +
+           ": an STL file cannot hold a welded mesh: each triangle is written, and read "
+           "back, with nodes of its own";
+  }
+  writeMesh(mesh, target, {format, ascii_, beforeItAppears}, console);
+  if (!note.empty()) {
+    console.note(note);
   }
 }
 

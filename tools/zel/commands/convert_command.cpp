@@ -28,10 +28,12 @@ class ConvertCommand : public Command {
     if (centre_) {
       centre(mesh, console);
     }
+    // Made beforehand: once the mesh has appeared, nothing may fail for want of memory.
+    const std::string told = files_.welded() ? reportOn(*files_.welded()).print(false) : "";
     files_.write(mesh, console);
     // The report must not run into a mesh that goes to standard output.
     if (files_.welded() && !console.quiet && !files_.writesStandardOutput()) {
-      console.result(reportOn(*files_.welded()).print(false));
+      console.result(told);
     }
     return ExitCode::kDone;
   }

@@ -53,11 +53,13 @@ class UnfoldCommand : public Command {
     Mesh mesh = files_.read(console);
     JobProgress progress(console, "unfolding " + files_.input());
     const UnfoldReport report = unfold(mesh, {.progress = progress.told()});
+    // Made beforehand: once the mesh has appeared, nothing may fail for want of memory.
+    const std::string told = reportOn(files_.input(), report).print(json_);
     files_.write(
         mesh, svg_, [&] { return unfoldedPicture(mesh); }, console);
     // The report must not run into a mesh that goes to standard output.
     if (!console.quiet && !files_.writesStandardOutput() && svg_ != "-") {
-      console.result(reportOn(files_.input(), report).print(json_));
+      console.result(told);
     }
     return ExitCode::kDone;
   }

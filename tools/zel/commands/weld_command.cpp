@@ -32,11 +32,13 @@ class WeldCommand : public Command {
     files_.expectOtherFile(map_);
     const Mesh mesh = files_.read(console);
     const WeldReport& report = *files_.welded();
+    // Made beforehand: once the mesh has appeared, nothing may fail for want of memory.
+    const std::string told = reportOn(report).print(json_);
     files_.write(
         mesh, map_, [&] { return mapText(report.newIndexOf); }, console);
     // The report must not run into a mesh that goes to standard output.
     if (!console.quiet && !files_.writesStandardOutput() && map_ != "-") {
-      console.result(reportOn(report).print(json_));
+      console.result(told);
     }
     return ExitCode::kDone;
   }
