@@ -277,4 +277,33 @@ TEST(OutputFile, aFullDeviceIsTold) {
 
 #endif
 
+// Whatever an appearance holds comes back or is remarked, in every format there is.
+TEST(ReadWrite, noFormatLosesLooksWithoutAWord) {
+  Mesh mesh;
+  Appearance looks;
+  looks.materials.push_back({.name = "red", .texture = {}, .textureBytes = {}});
+  for (int node = 0; node < 3; ++node) {
+    mesh.addNode({node == 1 ? 1.0F : 0.0F, node == 2 ? 1.0F : 0.0F, 0.0F});
+    looks.setColour(node, {static_cast<std::uint8_t>(node), 20, 30, 128});
+  }
+  looks.setTriangleMaterial(mesh.addTriangle({0, 1, 2}), 0);
+  for (const FileFormat& format : fileFormats()) {
+    Remarks remarks;
+    const std::string bytes =
+        meshBytes(mesh, {.format = std::string(format.name), .appearance = &looks}, &remarks);
+    Appearance read;
+    static_cast<void>(readMesh(std::as_bytes(std::span(bytes)),
+                               {.format = std::string(format.name), .appearance = &read}));
+    Colour expected = looks.colourOf(2);
+    if (isSaid(remarks, Remark::Kind::kLeftOut, "alpha value", 3)) {
+      expected[3] = 255;
+    }
+    EXPECT_TRUE(read.colourOf(2) == expected ||
+                isSaid(remarks, Remark::Kind::kLeftOut, "node colour", 3))
+        << format.name << ": " << textOf(remarks);
+    EXPECT_TRUE(!read.materials.empty() || isSaid(remarks, Remark::Kind::kLeftOut, "material", 1))
+        << format.name << ": " << textOf(remarks);
+  }
+}
+
 }  // namespace zel::test

@@ -32,11 +32,8 @@ class ObjWriter {
     writeFaces(mesh.triangles, mesh.triangleTexture);
     writeFaces(mesh.quads, mesh.quadTexture);
     text_.flush();
-    const Appearance* const appearance = job_.options.appearance;
-    if (appearance != nullptr) {
-      addRemark(job_.remarks, Remark::Kind::kLeftOut,
-                static_cast<long long>(appearance->materials.size()), "left out", "material");
-    }
+    addRemark(job_.remarks, Remark::Kind::kLeftOut, seeThrough_, "left out", "alpha value",
+              "the format holds no opacity");
   }
 
  private:
@@ -54,6 +51,7 @@ class ObjWriter {
                                  static_cast<float>(colour[1]) / kFull,
                                  static_cast<float>(colour[2]) / kFull};
           writeReals(parts, 3);
+          seeThrough_ += colour[3] == 255 ? 0 : 1;
         }
         text_.add('\n');
         steps_.advance();
@@ -120,6 +118,7 @@ class ObjWriter {
   ProgressSteps steps_;
   bool hasNormals_;
   bool hasColours_;
+  long long seeThrough_ = 0;  // nodes whose colour is not opaque
   long long coordsNamed_ = 0;
 };
 

@@ -33,11 +33,6 @@ class PlyWriter {
     writeFaces(job_.mesh.triangles, job_.mesh.triangleTexture);
     writeFaces(job_.mesh.quads, job_.mesh.quadTexture);
     text_.flush();
-    const Appearance* const appearance = job_.options.appearance;
-    if (appearance != nullptr) {
-      addRemark(job_.remarks, Remark::Kind::kLeftOut,
-                static_cast<long long>(appearance->materials.size()), "left out", "material");
-    }
   }
 
  private:

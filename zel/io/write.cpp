@@ -6,6 +6,7 @@
 #include "zel/io/detail/codec.h"
 #include "zel/io/detail/format_table.h"
 #include "zel/io/output_file.h"
+#include "zel/mesh/appearance.h"
 
 namespace zel {
 
@@ -66,6 +67,16 @@ void refuseDeletedCorners(const Faces& faces, const NodeArr& nodes, const char* 
   });
 }
 
+void leaveOutLooks(const FileFormat& format, const Appearance& looks, Remarks& remarks) {
+  const auto leaveOut = [&](bool isKept, std::size_t count, const char* what) {
+    if (!isKept) {
+      addRemark(remarks, Remark::Kind::kLeftOut, static_cast<long long>(count), "left out", what);
+    }
+  };
+  leaveOut(format.keepsColours, looks.nodeColours.size(), "node colour");
+  leaveOut(format.keepsMaterials, looks.materials.size(), "material");
+}
+
 void writeTo(ByteSink& sink, const FileFormat& format, const Mesh& mesh, const std::string& name,
              const WriteOptions& options, Remarks& remarks) {
   if (!format.keepsDeletedSlots) {
@@ -74,6 +85,9 @@ void writeTo(ByteSink& sink, const FileFormat& format, const Mesh& mesh, const s
   }
   WriteJob job{mesh, sink, options, remarks, name};
   workOf(format).write(job);
+  if (options.appearance != nullptr) {
+    leaveOutLooks(format, *options.appearance, remarks);
+  }
 }
 
 void handOver(Remarks& found, Remarks* remarks) {
