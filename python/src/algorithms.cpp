@@ -52,22 +52,6 @@ py::array_t<int> edgesOf(const std::vector<DefectLists::Edge>& edges) {
   return rows;
 }
 
-/// The materials of the triangles after a weld, by where each came from.
-void followFaces(Appearance& looks, const WeldReport& report, const Appearance& before) {
-  if (before.triangleMaterials.empty() && before.quadMaterials.empty()) {
-    return;
-  }
-  looks.triangleMaterials.clear();
-  for (const FaceRef& origin : report.triangleOrigins) {
-    const auto& list = origin.corners == 3 ? before.triangleMaterials : before.quadMaterials;
-    looks.triangleMaterials.push_back(Appearance::materialOf(list, origin.slot));
-  }
-  looks.quadMaterials.clear();
-  for (const int origin : report.quadOrigins) {
-    looks.quadMaterials.push_back(Appearance::materialOf(before.quadMaterials, origin));
-  }
-}
-
 py::tuple weldValue(const Handle& handle, std::pair<double, bool> tolerance, bool keepRepeated,
                     bool keepCollapsed, int threads, const py::object& callback) {
   auto options = working<WeldOptions>(threads, callback);
@@ -83,7 +67,7 @@ py::tuple weldValue(const Handle& handle, std::pair<double, bool> tolerance, boo
     report = weld(mesh, options);
     Appearance looks = handle->appearance;
     looks.followNodes(report.newIndexOf);
-    followFaces(looks, report, handle->appearance);
+    looks.followFaces(report.triangleOrigins, report.quadOrigins);
     result = makeValue(std::move(mesh), std::move(looks));
   }
   return py::make_tuple(
@@ -188,14 +172,7 @@ Handle triangulateValue(const Handle& handle) {
   Mesh mesh = handle->mesh;
   const TriangulateReport report = triangulate(mesh, {.faceMap = true});
   Appearance looks = handle->appearance;
-  looks.quadMaterials.clear();
-  if (!handle->appearance.quadMaterials.empty()) {
-    int triangle = report.firstTriangle;
-    for (const int quad : report.quadOf) {
-      looks.setTriangleMaterial(triangle++,
-                                Appearance::materialOf(handle->appearance.quadMaterials, quad));
-    }
-  }
+  looks.followCutQuads(report.firstTriangle, report.quadOf);
   return makeValue(std::move(mesh), std::move(looks));
 }
 

@@ -90,6 +90,18 @@ TEST_F(Conversion, normalsAndTextureCoordinatesComeBack) {
   EXPECT_EQ(info("d.zel")["textureCoords"], true);
 }
 
+TEST_F(Conversion, coloursFollowTheirNodesIntoFormatsThatHoldThem) {
+  // The second triangle repeats two nodes of the first, so that welding moves its last one.
+  write("a.obj",
+        "v 0 0 0 1 0 0\nv 1 0 0 0 1 0\nv 0 1 0 0 0 1\nv 1 0 0 0 1 0\nv 0 1 0 0 0 1\n"
+        "v 1 1 0 1 0.2 0.4\nf 1 2 3\nf 4 6 5\n");
+  expectSuccess({"weld", "a.obj", "a.ply"});
+  expectSuccess({"convert", "a.ply", "b.obj"});
+  EXPECT_NE(content("b.obj").find("\nv 1 1 0 1 0.2 0.4\n"), std::string::npos) << content("b.obj");
+  EXPECT_NE(run({"convert", "b.obj", "c.zel"}).err.find("left out 4 node colours"),
+            std::string::npos);
+}
+
 TEST_F(Conversion, pipesCarryTheSameBytesAsFiles) {
   write("a.obj", tetrahedronObj());
   convert("a.obj", "a.zel");

@@ -69,7 +69,10 @@ void writeMesh(const Mesh& mesh, const std::string& file, const MeshWriting& how
   {
     JobProgress progress(console, "writing " + output->name());
     zel::writeMesh(mesh, *output,
-                   {.format = known.name, .ascii = how.ascii, .progress = progress.told()},
+                   {.format = known.name,
+                    .ascii = how.ascii,
+                    .appearance = how.looks,
+                    .progress = progress.told()},
                    &remarks);
   }
   // Once the file has appeared, nothing may fail for want of memory.

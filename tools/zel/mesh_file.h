@@ -25,6 +25,7 @@ struct MeshWriting {
   std::string format = {};                     ///< the value of --to; empty: by the extension
   bool ascii = false;                          ///< the text form of a format that has two
   std::function<void()> beforeItAppears = {};  ///< called when only that is left; may throw
+  const Appearance* looks = nullptr;           ///< colours and materials to write; may be null
 };
 
 /// Writes a mesh whole or not at all.

@@ -26,8 +26,9 @@ Mesh MeshTransfer::read(const Console& console) {
   if (isSameFile(input_, output_)) {
     throw misuse(output_, "this is the input; say --in-place to replace it");
   }
-  Mesh mesh = readMesh(input_, from_, console);
-  welded_ = welding_.apply(mesh, input_, console);
+  looks_ = {};
+  Mesh mesh = readMesh(input_, from_, console, &looks_);
+  welded_ = welding_.apply(mesh, input_, console, &looks_);
   return mesh;
 }
 
@@ -54,7 +55,7 @@ void MeshTransfer::write(const Mesh& mesh, const std::function<void()>& beforeIt
            ": an STL file cannot hold a welded mesh: each triangle is written, and read "
            "back, with nodes of its own";
   }
-  writeMesh(mesh, target, {format, ascii_, beforeItAppears}, console);
+  writeMesh(mesh, target, {format, ascii_, beforeItAppears, &looks_}, console);
   if (!note.empty()) {
     console.note(note);
   }

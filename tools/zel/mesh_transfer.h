@@ -24,6 +24,8 @@ class MeshTransfer {
   [[nodiscard]] Mesh read(const Console& console);
   /// What welding did to the mesh that was read; nothing when it was not asked for.
   [[nodiscard]] const std::optional<WeldReport>& welded() const { return welded_; }
+  /// Colours and materials of the mesh that was read; they are written with it.
+  [[nodiscard]] Appearance& looks() { return looks_; }
   [[nodiscard]] bool writesStandardOutput() const { return output_ == "-"; }
   /// For a second output, which must not take the mesh's place. @throws Failure (code 2).
   void expectOtherFile(const std::string& second) const;
@@ -46,6 +48,7 @@ class MeshTransfer {
   bool ascii_ = false;
   Welding welding_;
   std::optional<WeldReport> welded_;
+  Appearance looks_;
 };
 
 }  // namespace zel::program

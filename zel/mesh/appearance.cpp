@@ -55,6 +55,15 @@ void Appearance::followQuads(std::span<const int> newSlotOf) {
   follow(quadMaterials, newSlotOf, int{kNoMaterial});
 }
 
+void Appearance::followCutQuads(int firstTriangle, std::span<const int> quadOf) {
+  if (!quadMaterials.empty()) {
+    for (const int quad : quadOf) {
+      setTriangleMaterial(firstTriangle++, materialOf(quadMaterials, quad));
+    }
+    quadMaterials.clear();
+  }
+}
+
 void Appearance::followFaces(std::span<const FaceRef> triangleOrigins,
                              std::span<const int> quadOrigins) {
   std::vector<int> triangles;

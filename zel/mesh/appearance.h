@@ -75,6 +75,10 @@ struct Appearance {
   ///        quad slot its old one.
   ZEL_API void followFaces(std::span<const FaceRef> triangleOrigins,
                            std::span<const int> quadOrigins);
+  /// For quads that have become triangles.
+  /// @param firstTriangle slot of the first of them. @param quadOf per new triangle, in slot order,
+  ///        the old slot of its quad.
+  ZEL_API void followCutQuads(int firstTriangle, std::span<const int> quadOf);
 };
 
 }  // namespace zel

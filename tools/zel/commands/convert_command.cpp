@@ -22,8 +22,10 @@ class ConvertCommand : public Command {
     Mesh mesh = files_.read(console);
     if (triangulate_) {
       JobProgress progress(console, "triangulating " + files_.input());
-      const int cut = triangulate(mesh, {.progress = progress.told()}).quadsCut;
-      console.remark(files_.input() + ": " + std::to_string(cut) + " quads cut");
+      const TriangulateReport report =
+          triangulate(mesh, {.faceMap = true, .progress = progress.told()});
+      files_.looks().followCutQuads(report.firstTriangle, report.quadOf);
+      console.remark(files_.input() + ": " + std::to_string(report.quadsCut) + " quads cut");
     }
     if (centre_) {
       centre(mesh, console);
