@@ -125,6 +125,8 @@ class IndexedSlots : private SlotStore<Slot, Policy> {
 
  private:
   [[nodiscard]] const Index* makeIndex() const;
+  template <class Given>
+  bool setAndTell(Given&& slot, int position);
   void tellBefore(int slot);
   void tellAfter(int first, int end);
   void tellMoved(int lengthBefore, int countBefore);

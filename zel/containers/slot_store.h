@@ -87,6 +87,9 @@ class SlotStore {
   // --- writing ---
   /// Writes a slot, growing when needed; a negative index is ignored. @return whether written.
   bool set(Slot slot, int index);
+  /// As set(), unchecked: 0 <= index < length().
+  template <class Given>
+  void write(Given&& slot, int index);
   /// Writes the slot at the bound. @return its index, written or (heap refused) not.
   int add(Slot slot);
   /// Moves the slots from `position` up by one; positions outside 0 to bound are ignored.

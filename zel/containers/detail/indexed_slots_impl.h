@@ -146,6 +146,17 @@ bool IndexedSlots<Slot, Policy, Index>::reserve(int wanted) {
 template <class Slot, class Policy, class Index>
 template <class Given>
 bool IndexedSlots<Slot, Policy, Index>::set(Given&& slot, int position) {
+  if (knownIndex() == nullptr && exists(position)) {  // nobody to tell
+    Store::write(std::forward<Given>(slot), position);
+    return true;
+  }
+  return setAndTell(std::forward<Given>(slot), position);
+}
+
+// Apart, so that appending without an index stays as short as it can be.
+template <class Slot, class Policy, class Index>
+template <class Given>
+[[gnu::noinline]] bool IndexedSlots<Slot, Policy, Index>::setAndTell(Given&& slot, int position) {
   const int lengthBefore = length();
   const int countBefore = count();
   tellBefore(position);

@@ -197,13 +197,19 @@ bool SlotStore<Slot, Policy>::set(Slot slot, int index) {
   if (index < 0 || !makeRoomFor(index)) {
     return false;
   }
+  write(std::move(slot), index);
+  return true;
+}
+
+template <class Slot, class Policy>
+template <class Given>
+void SlotStore<Slot, Policy>::write(Given&& slot, int index) {
   Slot& place = data()[index];
   if (Policy::countsWrite(keyOf(place), keyOf(slot))) {
     ++available_;
   }
   bound_ = std::max(bound_, index + 1);
-  place = std::move(slot);
-  return true;
+  place = std::forward<Given>(slot);
 }
 
 template <class Slot, class Policy>
