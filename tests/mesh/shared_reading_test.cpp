@@ -136,8 +136,8 @@ TEST(SharedReading, pointsAreReadByManyThreads) {
     int index = -1;
     Point point{};
     array.GetNextM(point.data(), &index, round);
-    int far[2];
-    return array.GetFarthestTwoPointsM(0, -1, far, far + 1) > 0 ? long{index} + far[0] : -1;
+    int ends[2];
+    return array.GetFarthestTwoPointsM(0, -1, ends, ends + 1) > 0 ? long{index} + ends[0] : -1;
   });
 }
 

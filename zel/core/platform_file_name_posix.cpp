@@ -18,6 +18,10 @@ std::string presentFileName(const char* name) {
   return path;
 }
 
+std::filesystem::path pathOfName(const std::string& name) { return name; }
+
+std::string nameOfPath(const std::filesystem::path& path) { return path.string(); }
+
 FileToReplace fileToReplace(const std::string& name) {
   struct stat status {};
   if (stat(name.c_str(), &status) != 0) {

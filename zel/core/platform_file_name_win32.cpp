@@ -2,9 +2,10 @@
 
 #include <fcntl.h>
 #include <io.h>
-#include <sys/stat.h>
-
 #include <atomic>
+#include <cerrno>
+#include <cstdint>
+#include <system_error>
 #include <vector>
 
 #include "zel/core/detail/file_name.h"
@@ -43,6 +44,13 @@ void copyAccessList(const std::string& source, const std::string& target) {
   }
 }
 
+// The system's own calls leave errno alone.
+void setErrno(DWORD refusal) {
+  const std::error_condition condition =
+      std::system_category().default_error_condition(static_cast<int>(refusal));
+  errno = condition.category() == std::generic_category() ? condition.value() : EIO;
+}
+
 }  // namespace
 
 std::string presentFileName(const char* name) { return name == nullptr ? "" : name; }
@@ -55,11 +63,26 @@ FileToReplace fileToReplace(const std::string& name) {
   return {name, !isDevice(name) && !isSpecial};
 }
 
-// The system's oldest C library overlooks an 'x' in the mode of fopen().
+// The C library's own calls share no deletion: a file left open could not be removed.
 std::FILE* createFile(const std::string& name) {
-  const int file =
-      _open(name.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY, _S_IREAD | _S_IWRITE);
-  return file < 0 ? nullptr : _fdopen(file, "wb");
+  const HANDLE file = CreateFileA(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
+                                  nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    setErrno(GetLastError());
+    return nullptr;
+  }
+  const int descriptor = _open_osfhandle(reinterpret_cast<std::intptr_t>(file), _O_BINARY);
+  std::FILE* const stream = descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");
+  if (stream == nullptr) {
+    if (descriptor < 0) {
+      CloseHandle(file);
+    } else {
+      _close(descriptor);
+    }
+    removeFile(name.c_str());
+    errno = ENOMEM;
+  }
+  return stream;
 }
 
 std::FILE* createPrivateFile(const std::string& name) { return createFile(name); }
@@ -93,7 +116,11 @@ void copyPermissions(const std::string& source, const std::string& target) {
 }
 
 bool moveFileOver(const std::string& source, const std::string& target) {
-  return MoveFileExA(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+  const bool isMoved = MoveFileExA(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+  if (!isMoved) {
+    setErrno(GetLastError());
+  }
+  return isMoved;
 }
 
 }  // namespace zel

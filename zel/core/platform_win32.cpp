@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "zel/core/detail/file_name.h"
 #include "zel/core/detail/text_code.h"
 #include "zel/core/platform.h"
 
@@ -20,6 +21,15 @@ std::wstring wideText(std::string_view text, UINT codePage) {
   std::wstring wide(static_cast<std::size_t>(length), L'\0');
   MultiByteToWideChar(codePage, 0, text.data(), bytes, wide.data(), length);
   return wide;
+}
+
+std::string narrowText(std::wstring_view text, UINT codePage) {
+  const int units = static_cast<int>(text.size());
+  const int length =
+      WideCharToMultiByte(codePage, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
+  std::string narrow(static_cast<std::size_t>(length), '\0');
+  WideCharToMultiByte(codePage, 0, text.data(), units, narrow.data(), length, nullptr, nullptr);
+  return narrow;
 }
 
 // The application's title as message boxes show it: the program file's name without ".exe".
@@ -117,12 +127,13 @@ std::uint32_t Platform::presentDrives() { return GetLogicalDrives(); }
 std::string utf8FromGbk(std::string_view gbk) {
   std::wstring wide = wideText(gbk, kGbkCodePage);
   std::replace_if(wide.begin(), wide.end(), isPrivate, L'?');
-  const int units = static_cast<int>(wide.size());
-  const int length =
-      WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, nullptr, 0, nullptr, nullptr);
-  std::string utf8(static_cast<std::size_t>(length), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, wide.data(), units, utf8.data(), length, nullptr, nullptr);
-  return utf8;
+  return narrowText(wide, CP_UTF8);
+}
+
+std::filesystem::path pathOfName(const std::string& name) { return wideText(name, CP_ACP); }
+
+std::string nameOfPath(const std::filesystem::path& path) {
+  return narrowText(path.native(), CP_ACP);
 }
 
 }  // namespace zel

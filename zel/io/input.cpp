@@ -141,17 +141,17 @@ Input Input::ofFile(const std::string& name) {
 
 std::optional<Input> Input::beside(const std::string& name) const {
   namespace fs = std::filesystem;
-  const fs::path path(name);
+  const fs::path path = pathOfName(name);
   if (!isFile_ || name.empty() || path.is_absolute()) {
     return std::nullopt;
   }
-  const fs::path file = fs::path(presentFileName(name_.c_str())).parent_path() / path;
+  const fs::path file = pathOfName(presentFileName(name_.c_str())).parent_path() / path;
   std::error_code error;
   if (!fs::is_regular_file(file, error)) {  // what is none may make the opening wait
     return std::nullopt;
   }
   try {
-    return ofFile(file.string());
+    return ofFile(nameOfPath(file));
   } catch (const Error&) {
     return std::nullopt;
   }

@@ -53,7 +53,7 @@ void leave(const std::string& path) {
 /// Follows links to the file that they name, whether it is there or not.
 fs::path followed(const std::string& name) {
   constexpr int kMostLinks = 40;
-  fs::path path(name);
+  fs::path path = pathOfName(name);
   std::error_code error;
   for (int link = 0; fs::is_symlink(fs::symlink_status(path, error)); ++link) {
     const fs::path target = fs::read_symlink(path, error);
@@ -90,16 +90,16 @@ Error unwritable(const std::string& name, int error) {
 OutputFile::OutputFile(const std::string& name) : name_(name) {
   const std::string present = presentFileName(name.c_str());
   std::error_code error;
-  const fs::file_status status = fs::status(present, error);
+  const fs::file_status status = fs::status(pathOfName(present), error);
   if (status.type() == fs::file_type::directory) {
     throw unwritable(name_, EISDIR);
   }
   if (!fs::exists(status)) {
-    startBeside(followed(present).string(), false);
+    startBeside(nameOfPath(followed(present)), false);
   } else if (!isWritableFile(present)) {
     throw Error(ErrorCode::kUnwritable, "cannot write", "the file is read-only", name_);
   } else if (fs::is_regular_file(status)) {
-    startBeside(followed(present).string(), true);
+    startBeside(nameOfPath(followed(present)), true);
   } else {
     startInTemporaryDirectory();
   }
@@ -115,9 +115,9 @@ void OutputFile::startBeside(const std::string& target, bool replaces) {
   target_ = target;
   // The hidden name must stay valid when the target's own name is as long as names may be.
   constexpr std::size_t kShownLetters = 200;
-  const fs::path path(target);
-  const std::string shown = path.filename().string().substr(0, kShownLetters);
-  start((path.parent_path() / ("." + shown + ".")).string(), replaces);
+  const fs::path path = pathOfName(target);
+  const std::string shown = nameOfPath(path.filename()).substr(0, kShownLetters);
+  start(nameOfPath(path.parent_path() / pathOfName("." + shown + ".")), replaces);
 }
 
 void OutputFile::startInTemporaryDirectory() {
@@ -127,7 +127,7 @@ void OutputFile::startInTemporaryDirectory() {
     throw Error(ErrorCode::kUnwritable, "cannot write",
                 "there is no directory for temporary files: " + error.message(), name_);
   }
-  start((directory / "zel-").string(), true);
+  start(nameOfPath(directory / "zel-"), true);
 }
 
 void OutputFile::start(const std::string& prefix, bool isPrivate) {

@@ -4,6 +4,7 @@
 /// File names as the system takes them, and what replacing a file needs.
 
 #include <cstdio>
+#include <filesystem>
 #include <string>
 
 namespace zel {
@@ -13,6 +14,13 @@ namespace zel {
 /// found there.
 /// @param name as the application gave it; null counts as empty.
 [[nodiscard]] std::string presentFileName(const char* name);
+
+/// @return the path behind a name; std::filesystem by itself takes every narrow name for UTF-8,
+///         also where the system's are in another code page.
+[[nodiscard]] std::filesystem::path pathOfName(const std::string& name);
+
+/// @return the name by which the system opens a path.
+[[nodiscard]] std::string nameOfPath(const std::filesystem::path& path);
 
 /// What a file is replaced through.
 struct FileToReplace {
@@ -24,7 +32,8 @@ struct FileToReplace {
 };
 [[nodiscard]] FileToReplace fileToReplace(const std::string& name);
 
-/// Creates a file for writing bytes. @return null when it could not, or when there is one already.
+/// Creates a file for writing bytes that removeFile() may remove while it is open.
+/// @return null with errno set when it could not, EEXIST when there is one already.
 [[nodiscard]] std::FILE* createFile(const std::string& name);
 
 /// As createFile(), for nobody but the owner to read until inheritFileRights().
@@ -52,7 +61,8 @@ void removeFile(const char* name) noexcept;
 /// Gives `target` the permissions and attributes of `source`; nothing happens without a `source`.
 void copyPermissions(const std::string& source, const std::string& target);
 
-/// Moves a file over another one in the same directory. @return false when it could not be moved.
+/// Moves a file over another one in the same directory. @return false with errno set when it could
+/// not be moved.
 [[nodiscard]] bool moveFileOver(const std::string& source, const std::string& target);
 
 }  // namespace zel
