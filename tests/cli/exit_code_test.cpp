@@ -43,7 +43,7 @@ TEST_F(ExitCodes, helpAndVersionAreNoFailures) {
   EXPECT_EQ(exitCode({"--version"}), 0);
   for (const char* command :
        {"info", "check", "convert", "diff", "weld", "normals", "unfold", "fit", "formats", "render",
-        "view", "demo", "help", "version", "completion"}) {
+        "report", "view", "demo", "help", "version", "completion"}) {
     const ProgramRun done = run({command, "--help"});
     EXPECT_EQ(done.exitCode, 0) << command;
     EXPECT_NE(done.out.find("Example: zel " + std::string(command)), std::string::npos) << done.out;

@@ -1,7 +1,7 @@
 #include <algorithm>
-#include <array>
 
 #include "tools/zel/commands/commands.h"
+#include "tools/zel/defect_classes.h"
 #include "tools/zel/format_options.h"
 #include "tools/zel/mesh_contents.h"
 #include "tools/zel/mesh_file.h"
@@ -12,26 +12,6 @@
 namespace zel::program {
 
 namespace {
-
-/// How a class of defect is called.
-struct DefectClass {
-  int Defects::*count;
-  const char* name;         ///< for programs and for --ignore
-  const char* description;  ///< for people
-};
-
-constexpr std::array<DefectClass, 10> kDefectClasses = {{
-    {&Defects::openEdges, "openEdges", "edges of one face"},
-    {&Defects::crowdedEdges, "crowdedEdges", "edges of three or more faces"},
-    {&Defects::mixedEdges, "mixedEdges", "edges whose two faces are wound against each other"},
-    {&Defects::bowTieNodes, "bowTieNodes", "nodes whose faces form several fans"},
-    {&Defects::duplicateFaces, "duplicateFaces", "faces of the same nodes as one before"},
-    {&Defects::degenerateFaces, "degenerateFaces", "faces with a repeated node or no area"},
-    {&Defects::danglingFaces, "danglingFaces", "faces that name a deleted node"},
-    {&Defects::unusedNodes, "unusedNodes", "nodes that no face names"},
-    {&Defects::nonFiniteNodes, "nonFiniteNodes", "nodes with NaN or infinity"},
-    {&Defects::insideOutComponents, "insideOutComponents", "closed components that look inward"},
-}};
 
 class CheckCommand : public Command {
  public:

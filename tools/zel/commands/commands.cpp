@@ -14,6 +14,7 @@ const std::vector<CommandEntry>& commands() {
       {"fit", "Fit a plane, a line and a circle to points", makeFitCommand},
       {"formats", "List the file formats", makeFormatsCommand},
       {"render", "Draw a mesh into a PNG picture", makeRenderCommand},
+      {"report", "Write a page that shows a mesh in a browser", makeReportCommand},
       {"view", "Show a mesh in a window", makeViewCommand},
       {"demo", "Make, weld, save, read back and compare a mesh", makeDemoCommand},
       {"help", "Tell how the program or a subcommand is used", makeHelpCommand},

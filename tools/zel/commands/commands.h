@@ -18,6 +18,7 @@ std::unique_ptr<Command> makeNormalsCommand(const ProgramUsage& usage);
 std::unique_ptr<Command> makeUnfoldCommand(const ProgramUsage& usage);
 std::unique_ptr<Command> makeFitCommand(const ProgramUsage& usage);
 std::unique_ptr<Command> makeRenderCommand(const ProgramUsage& usage);
+std::unique_ptr<Command> makeReportCommand(const ProgramUsage& usage);
 std::unique_ptr<Command> makeViewCommand(const ProgramUsage& usage);
 std::unique_ptr<Command> makeDemoCommand(const ProgramUsage& usage);
 std::unique_ptr<Command> makeHelpCommand(const ProgramUsage& usage);
