@@ -21,7 +21,7 @@ if(internals)
 endif()
 
 if(EXISTS ${prefix}/bin/zel)
-  foreach(paper man/man1/zel.1 bash-completion/completions/zel zsh/site-functions/_zel
+  foreach(paper man/man1/zel.1.gz bash-completion/completions/zel zsh/site-functions/_zel
       fish/vendor_completions.d/zel.fish)
     file(SIZE ${prefix}/share/${paper} size)
     if(size LESS 1000)

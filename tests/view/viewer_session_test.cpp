@@ -213,7 +213,12 @@ TEST_F(ViewerSession, aBadFileEndsAScriptAndIsTold) {
 
 TEST_F(ViewerSession, theTermSignalEndsIt) {
   std::thread person([] {
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    // A signal before the viewer takes it would end the test itself.
+    struct sigaction taken {};
+    for (int wait = 0; wait < 6000 && taken.sa_handler == SIG_DFL; ++wait) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+      sigaction(SIGTERM, nullptr, &taken);
+    }
     kill(getpid(), SIGTERM);
   });
   std::string script;
