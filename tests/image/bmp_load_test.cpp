@@ -69,7 +69,7 @@ TEST_F(BmpLoad, trueColourKeepsFileOrderAndZeroesItsPadding) {
 
 TEST_F(BmpLoad, backslashesPartDirectories) {
   const std::string path = saved(sixColours());
-  const std::string windowsPath = std::string(path).replace(path.rfind('/'), 1, "\\");
+  const std::string windowsPath = std::string(path).replace(path.find_last_of("/\\"), 1, "\\");
   EXPECT_EQ(LoadedBmp(windowsPath, 1).result, 1);
   EXPECT_EQ(LoadedPicture<3>(slLoadBmpPicture3D, windowsPath).result, 1);
   EXPECT_EQ(LoadedPicture<4>(slLoadBmpPicture, windowsPath).result, 1);

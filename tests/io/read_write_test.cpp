@@ -54,13 +54,9 @@ class FailingBuffer : public std::streambuf {
   std::size_t at_ = 0;
 };
 
-/// Without those that are removed and go when they are closed, as on Windows.
 std::size_t filesIn(const TempDir& dir) {
-  std::size_t count = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(dir.path())) {
-    count += std::ifstream(entry.path()).is_open() ? 1 : 0;
-  }
-  return count;
+  return static_cast<std::size_t>(
+      std::distance(std::filesystem::directory_iterator(dir.path()), {}));
 }
 
 }  // namespace
@@ -228,9 +224,6 @@ TEST(OutputFile, appearsWholeOrNotAtAll) {
   output.commit();
   EXPECT_EQ(readFile(file), "new content");
   EXPECT_EQ(filesIn(dir), 1U);
-  OutputFile left(dir.file("other"));
-  removeUnfinishedOutputs();
-  EXPECT_EQ(filesIn(dir), 1U);
 }
 
 TEST(OutputFile, refusesTargetsThatTakeNothing) {
@@ -246,6 +239,14 @@ TEST(OutputFile, refusesTargetsThatTakeNothing) {
 }
 
 #if !defined(_WIN32)
+
+TEST(OutputFile, isRemovedWhileItIsOpen) {
+  const TempDir dir;
+  OutputFile left(dir.file("other"));
+  EXPECT_EQ(filesIn(dir), 1U);
+  removeUnfinishedOutputs();
+  EXPECT_EQ(filesIn(dir), 0U);
+}
 
 TEST(OutputFile, keepsRightsAndFollowsLinks) {
   const TempDir dir;
