@@ -29,9 +29,11 @@ bool isRefused() {
 
 /// Says no as the system's own heap does.
 bool refuses() {
-  const bool isNow = isRefused();
-  errno = isNow ? ENOMEM : errno;
-  return isNow;
+  if (!isRefused()) {
+    return false;  // without a look at errno: the sanitizers ask before they are set up
+  }
+  errno = ENOMEM;
+  return true;
 }
 
 }  // namespace
