@@ -38,7 +38,7 @@ def read(
         source: a path, the bytes of a file, or an open binary file.
         format: a name of formats(); left out, what the name tells, else what the content tells.
         absolute, relative: weld while reading, as Mesh.weld() does; at most one of the two.
-        threads: how many to use; 0: one per core. The result does not depend on it.
+        threads: at most so many; 0: one per core. The result does not depend on it.
         progress: called with the fraction done; False cancels.
 
     Files of other formats are converted by the program `zel` where it is installed.

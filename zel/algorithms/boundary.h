@@ -25,7 +25,7 @@ struct BoundaryChain {
 /// How boundaryChains() works.
 struct BoundaryOptions {
   Progress progress{};  ///< told of the work done
-  int threads = 0;      ///< how many to use; 0: one per core. Results do not depend on it
+  int threads = 0;      ///< at most so many; 0: one per core. Results do not depend on it
 };
 
 /// Finds every boundary edge (an edge of exactly one live face) and joins them to chains.

@@ -16,7 +16,7 @@ struct Mesh;
 struct CompactOptions {
   bool dropUnusedNodes = false;  ///< whether nodes that no kept face uses are dropped too
   Progress progress{};           ///< told of the work done
-  int threads = 0;               ///< how many to use; 0: one per core. Results do not depend on it
+  int threads = 0;               ///< at most so many; 0: one per core. Results do not depend on it
 };
 
 /// Where the slots of a list went.

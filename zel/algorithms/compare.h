@@ -21,7 +21,7 @@ struct CompareOptions {
   /// texture coordinates play no part then. Empty: everything is compared to the last bit.
   std::optional<double> tolerance{};
   Progress progress{};  ///< told of the work done
-  int threads = 0;      ///< how many to use; 0: one per core. Results do not depend on it
+  int threads = 0;      ///< at most so many; 0: one per core. Results do not depend on it
 };
 
 /// How many elements of one kind differ.

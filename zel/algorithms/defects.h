@@ -18,7 +18,7 @@ struct Mesh;
 struct DefectOptions {
   bool list = false;    ///< whether to list what is concerned, not only to count it
   Progress progress{};  ///< told of the work done
-  int threads = 0;      ///< how many to use; 0: one per core. Results do not depend on it
+  int threads = 0;      ///< at most so many; 0: one per core. Results do not depend on it
 };
 
 /// The edges, nodes and faces that are concerned, class by class as Defects has them.

@@ -34,7 +34,7 @@ struct Bounds {
 /// How measure() works.
 struct MeasureOptions {
   Progress progress{};  ///< told of the work done
-  int threads = 0;      ///< how many to use; 0: one per core. Results do not depend on it
+  int threads = 0;      ///< at most so many; 0: one per core. Results do not depend on it
 };
 
 /// Lengths in the unit of the points. Faces with a corner that is no node, or with two equal

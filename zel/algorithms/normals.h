@@ -21,7 +21,7 @@ enum class NormalWeight {
 struct NormalOptions {
   NormalWeight weight = NormalWeight::kArea;  ///< of the faces around a node
   Progress progress{};                        ///< told of the work done
-  int threads = 0;  ///< how many to use; 0: one per core. Results do not depend on it
+  int threads = 0;  ///< at most so many; 0: one per core. Results do not depend on it
 };
 
 /// Gives every live face its unit normal, seen from the side from which the corners run

@@ -16,7 +16,7 @@ struct OrientOptions {
   /// faces look outward: their signed volume becomes positive. So a cavity looks outward too.
   bool outward = false;
   Progress progress{};  ///< told of the work done
-  int threads = 0;      ///< how many to use; 0: one per core. Results do not depend on it
+  int threads = 0;      ///< at most so many; 0: one per core. Results do not depend on it
 };
 
 /// What orient() found and did.

@@ -19,7 +19,7 @@ struct Mesh;
 struct TriangulateOptions {
   bool faceMap = false;  ///< whether the report says which quad each new triangle comes from
   Progress progress{};   ///< told of the work done
-  int threads = 0;       ///< how many to use; 0: one per core. Results do not depend on it
+  int threads = 0;       ///< at most so many; 0: one per core. Results do not depend on it
 };
 
 /// What triangulate() did.

@@ -15,7 +15,7 @@ struct Mesh;
 /// How unfold() works.
 struct UnfoldOptions {
   Progress progress{};  ///< told of the work done
-  int threads = 0;      ///< how many to use; 0: one per core. Results do not depend on it
+  int threads = 0;      ///< at most so many; 0: one per core. Results do not depend on it
 };
 
 /// How well an unfolding turned out.

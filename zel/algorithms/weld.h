@@ -24,7 +24,7 @@ struct WeldOptions {
   /// Whether the report says where each face was before.
   bool faceMaps = false;
   Progress progress{};  ///< told of the work done
-  int threads = 0;      ///< how many to use; 0: one per core. Results do not depend on it
+  int threads = 0;      ///< at most so many; 0: one per core. Results do not depend on it
 };
 
 /// What weld() found and did.
